@@ -1,0 +1,119 @@
+#include "cli/Options.h"
+
+#include <charconv>
+#include <map>
+
+#include "cli/OptionParsing.h"
+#include "cli/TextEncoding.h"
+#include "cli/TimeText.h"
+
+namespace vesk {
+
+namespace {
+
+template <class Integer>
+bool ParseInteger(std::string_view text, Integer& number, int base = 10) {
+    const char* const end = text.data() + text.size();
+    const auto [stop, error] = std::from_chars(text.data(), end, number, base);
+    return error == std::errc() && stop == end;
+}
+
+std::optional<FrameRange> ParseFrames(const std::string& text) {
+    const std::size_t colon = text.find(':');
+    FrameRange range;
+    if (colon == std::string::npos) return {};
+    const std::string_view first(text.data(), colon);
+    if (!ParseInteger(first, range.m_First)) return {};
+    if (!ParseInteger(std::string_view(text).substr(colon + 1), range.m_Last)) return {};
+    if (range.m_Last < range.m_First) return {};
+    return range;
+}
+
+std::optional<TargetCapability> ParseCapability(const std::string& text) {
+    TargetCapability capability;
+    if (text.size() != 2 * TargetCapability::kSize) return {};
+    for (std::size_t i = 0; i < TargetCapability::kSize; ++i)
+        if (!ParseInteger(std::string_view(text).substr(2 * i, 2), capability.m_Bytes[i], 16))
+            return {};
+    return capability;
+}
+
+void OfferFormats(CLI::App& app, TableFormat& format,
+                  const std::map<std::string, TableFormat>& formats, const std::string& help) {
+    OfferParsed(
+        app, "--format", format,
+        [formats](const std::string& text) -> std::optional<TableFormat> {
+            const auto found = formats.find(text);
+            if (found == formats.end()) return {};
+            return found->second;
+        },
+        help);
+}
+
+}  // namespace
+
+void InputOptions::OfferTo(CLI::App& app) {
+    app.add_option("LOG", m_Log, "the log; - is standard input")->required();
+    app.add_option("--header", m_Header, "take the header from this file, the records from LOG");
+    CLI::Option* const target = app.add_option(
+        "--target", m_Target, "target description (default: NAME.target.json beside the log)");
+    app.add_option("--elf", m_Elf, "take structures and enumerations from the target's ELF file")
+        ->excludes(target);
+    OfferParsed(app, "--capability", m_Capability, ParseCapability,
+                "what the target can do: 40 bytes as 80 hexadecimal digits");
+    app.add_option("--feature-level", m_FeatureLevel, "what the reader may rely on (default 4)");
+    app.add_option("--unpack-limit", m_UnpackLimitMB,
+                   "most MB that a packed log may unpack to (default 8192)")
+        ->check(CLI::Range(std::int64_t{1}, std::int64_t{1} << 40));
+    app.add_flag("-q,--quiet", m_Quiet, "no progress bar");
+}
+
+CLI::Option* InputOptions::OfferUnitTo(CLI::App& app) {
+    return app.add_option("--unit", m_UnitKB, "size of a unit of the log in KB")
+        ->check(CLI::Range(1, std::numeric_limits<int>::max()));
+}
+
+void InputOptions::OfferRangeTo(CLI::App& app) {
+    CLI::Option* const unit = OfferUnitTo(app);
+    CLI::Option* const pick = app.add_option("--pick", m_Pick, "read this unit only, from 0")
+                                  ->needs(unit)
+                                  ->check(CLI::NonNegativeNumber);
+    OfferParsed(app, "--pick-frames", m_PickFrames, ParseFrames,
+                "A:B, read the units with the frame numbers from A to B")
+        ->needs(unit)
+        ->excludes(pick);
+}
+
+void OutputOptions::OfferTo(CLI::App& app) {
+    app.add_option("-o,--output", m_Path, "write to this file (default -: standard output)");
+    app.add_flag("--force", m_Force, "replace the output file if it exists");
+}
+
+void FilterOptions::OfferTo(CLI::App& app) {
+    OfferParsed(app, "--from", m_From, ParseTime,
+                "leave out what ends before; QBit, or with us, ms or s");
+    OfferParsed(app, "--to", m_To, ParseTime, "leave out what starts at this time or later");
+    app.add_option_function<std::vector<std::string>>(
+           "--name",
+           [this](const std::vector<std::string>& names) {
+               for (const std::string& name : names) m_Names.push_back(Utf8ToLatin1(name));
+           },
+           "only this name, * and ? stand for any text and character; may be given again")
+        ->allow_extra_args(false);
+}
+
+void OfferTableFormats(CLI::App& app, TableFormat& format) {
+    OfferFormats(app, format,
+                 {{"text", TableFormat::kText},
+                  {"csv", TableFormat::kCsv},
+                  {"json", TableFormat::kJson},
+                  {"jsonl", TableFormat::kJsonLines}},
+                 "text (default), csv, json or jsonl");
+}
+
+void OfferDocumentFormats(CLI::App& app, TableFormat& format) {
+    OfferFormats(app, format, {{"text", TableFormat::kText}, {"json", TableFormat::kJson}},
+                 "text (default) or json");
+}
+
+}  // namespace vesk

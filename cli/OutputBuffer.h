@@ -1,0 +1,60 @@
+#pragma once
+
+#include <charconv>
+#include <concepts>
+#include <cstddef>
+#include <memory>
+#include <string>
+#include <string_view>
+
+namespace vesk {
+
+// Bytes on their way to a file descriptor, collected into large writes. What cannot be written
+// ends the program by a Stop: without a text where the reader of a pipe has gone.
+class OutputBuffer {
+public:
+    // The descriptor is borrowed; the name is that of the output, for messages.
+    OutputBuffer(int descriptor, std::string name);
+
+    void Put(char c) {
+        if (m_Used == kSize) Flush();
+        m_Bytes[m_Used++] = c;
+    }
+    void Put(std::string_view text) {
+        if (text.size() > kSize - m_Used) return PutInParts(text);
+        text.copy(m_Bytes.get() + m_Used, text.size());
+        m_Used += text.size();
+    }
+
+    // A byte of a log, as the UTF-8 of the character of that number.
+    void PutLatin1(char c) {
+        const auto byte = static_cast<unsigned char>(c);
+        if (byte < 0x80) return Put(c);
+        Put(static_cast<char>(0xC0 | byte >> 6));
+        Put(static_cast<char>(0x80 | (byte & 0x3F)));
+    }
+
+    // In decimal digits.
+    template <std::integral Integer>
+    void PutNumber(Integer number) {
+        if (kSize - m_Used < kLongestNumber) Flush();
+        char* const begin = m_Bytes.get() + m_Used;
+        m_Used += static_cast<std::size_t>(
+            std::to_chars(begin, begin + kLongestNumber, number).ptr - begin);
+    }
+
+    void Flush();
+
+private:
+    void PutInParts(std::string_view text);
+
+    static constexpr std::size_t kSize = std::size_t{1} << 18;
+    static constexpr std::size_t kLongestNumber = 24;
+
+    int m_Descriptor;
+    std::string m_Name;
+    std::unique_ptr<char[]> m_Bytes;
+    std::size_t m_Used = 0;
+};
+
+}  // namespace vesk

@@ -1,0 +1,47 @@
+#pragma once
+
+#include <array>
+#include <cstdint>
+#include <string>
+#include <vector>
+
+#include "log/McuJob.h"
+
+namespace vesk {
+
+// A name that goes into many records. Copying it is the costliest part of storing a record, so a
+// short text is copied in one piece of fixed length, without a call, and then cut.
+class SharedName {
+public:
+    explicit SharedName(std::string text);
+
+    const std::string& Text() const { return m_Text; }
+    bool IsEmpty() const { return m_Text.empty(); }
+
+    // Appends a record of this name, with no other field set.
+    McuJob& AppendTo(std::vector<McuJob>& jobs, std::uint64_t start, std::uint64_t end) const {
+        if (m_Text.size() > kShort || jobs.size() == jobs.capacity()) [[unlikely]]
+            return AppendSlowly(jobs, start, end);
+        return AppendShort(jobs, start, end);
+    }
+
+private:
+    // What a string holds without memory of its own, in the common implementations.
+    static constexpr std::size_t kShort = 15;
+
+    [[gnu::flatten]] McuJob& AppendShort(std::vector<McuJob>& jobs, std::uint64_t start,
+                                         std::uint64_t end) const {
+        McuJob& job = jobs.emplace_back(m_Padded.data(), kShort, start, end);
+        if (m_Length < kShort) job.m_Name.resize(m_Length);
+        return job;
+    }
+    [[gnu::noinline, gnu::cold]] McuJob& AppendSlowly(std::vector<McuJob>& jobs,
+                                                      std::uint64_t start,
+                                                      std::uint64_t end) const;
+
+    std::string m_Text;
+    std::size_t m_Length;
+    std::array<char, kShort + 1> m_Padded{};
+};
+
+}  // namespace vesk
