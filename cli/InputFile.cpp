@@ -84,7 +84,7 @@ bool InputFile::CopyFrom(PackedSource& source, std::int64_t maxBytes, const Prog
 void InputFile::MakeTemporaryFile() {
     std::error_code ignored;
     const std::filesystem::path folder = std::filesystem::temp_directory_path(ignored);
-    std::string name = (folder.empty() ? "/tmp" : folder) / "vesk.XXXXXX";
+    std::string name = folder / "vesk.XXXXXX";
     m_Descriptor = mkostemp(name.data(), O_CLOEXEC);
     if (m_Descriptor < 0) CannotWriteTemporaryFile();
     unlink(name.c_str());

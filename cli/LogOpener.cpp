@@ -37,7 +37,7 @@ bool Exists(const std::string& path) {
 std::string FindTarget(const InputOptions& options) {
     if (!options.m_Target.empty()) return options.m_Target;
     for (const std::string& path : {options.m_Log, options.m_Header}) {
-        const std::string beside = TargetPathBeside(path);
+        std::string beside = TargetPathBeside(path);
         if (!path.empty() && path != "-" && Exists(beside)) return beside;
     }
     return {};
@@ -62,12 +62,7 @@ void NameByOption(std::string& text, const std::string& path, const std::string&
 }  // namespace
 
 LogOpener::LogOpener(const InputOptions& options, Terminal& terminal)
-    : m_Options(options), m_Terminal(terminal), m_List(TheList()) {
-    m_List.SetProgress([this](std::int64_t done, std::int64_t total) {
-        m_Terminal.ShowProgress("reading", done, total);
-        return !Interrupted();
-    });
-}
+    : m_Options(options), m_Terminal(terminal), m_List(TheList()) {}
 
 ExitCode LogOpener::Read() {
     const auto readWith = [this](auto chooser) {
@@ -90,10 +85,15 @@ ExitCode LogOpener::Read(RangeChooser* chooser) {
     };
     InputFile log, header;
     m_List.SetRangeChooser(chooser);
+    m_List.SetProgress([this](std::int64_t done, std::int64_t total) {
+        m_Terminal.ShowProgress("reading", done, total);
+        return !Interrupted();
+    });
     if (LoadTarget() && log.Prepare(m_Options.m_Log, limit, progress, m_Error) &&
         header.Prepare(m_Options.m_Header, limit, progress, m_Error))
         ReadPrepared(log.ReadablePath(), header.ReadablePath());
     m_List.SetRangeChooser(nullptr);
+    m_List.SetProgress({});
     m_Terminal.HideProgress();
     if (!m_Ok) StopIfInterrupted();
     return Outcome();

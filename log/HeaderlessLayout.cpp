@@ -26,11 +26,11 @@ ExtraCounts CountExtras(const DataFormat& format, const DataField& first, const 
 
 bool CheckExtras(const ExtraCounts& counts, std::string& error) {
     if (counts.m_Before < 0 || counts.m_After < 0) {
-        error += "\"SA_LoggingNode_T\" of the database gives a negative number of extra values.";
+        error += "\"SA_LoggingNode_T\" gives a negative number of extra values.";
         return false;
     }
     if (4 * (counts.m_Before + counts.m_After) > kMostExtraBytes) {
-        error += "\"SA_LoggingNode_T\" of the database gives too many extra values.";
+        error += "\"SA_LoggingNode_T\" gives too many extra values.";
         return false;
     }
     return true;

@@ -1,9 +1,8 @@
 #include <gtest/gtest.h>
 
-#include <cstdio>
+#include <cctype>
 #include <filesystem>
 #include <fstream>
-#include <regex>
 #include <sstream>
 #include <string>
 
@@ -17,7 +16,7 @@ namespace {
 
 // The block of docs/log-format.md between "```kind" and "```".
 std::string BlockOfThePage(const std::string& kind) {
-    std::ifstream stream(VESK_SAMPLES_DIR "/../docs/log-format.md");
+    std::ifstream stream(VESK_DOCS_DIR "/log-format.md");
     std::ostringstream page;
     page << stream.rdbuf();
     const std::string text = page.str();
@@ -30,15 +29,14 @@ std::string BlockOfThePage(const std::string& kind) {
 
 // The pairs of hexadecimal digits at the start of each line; what follows them is prose.
 std::string BytesOf(const std::string& hexLines) {
-    static const std::regex kPair("[0-9a-f]{2}( +|$)");
     std::string bytes;
-    std::istringstream stream(hexLines);
-    for (std::string line; std::getline(stream, line);) {
-        std::smatch match;
-        while (std::regex_search(line, match, kPair, std::regex_constants::match_continuous)) {
-            bytes += static_cast<char>(std::stoi(match[0], nullptr, 16));
-            line = match.suffix();
-        }
+    std::istringstream lines(hexLines);
+    for (std::string line; std::getline(lines, line);) {
+        std::istringstream words(line);
+        std::string word;
+        while (words >> word && word.size() == 2 && std::isxdigit(word[0]) &&
+               std::isxdigit(word[1]))
+            bytes += static_cast<char>(std::stoi(word, nullptr, 16));
     }
     return bytes;
 }

@@ -6,7 +6,6 @@
 #include <fstream>
 #include <functional>
 #include <map>
-#include <regex>
 #include <set>
 #include <sstream>
 
@@ -66,32 +65,55 @@ std::string Located(const IncludeLine& include, const std::string& fault) {
            fault;
 }
 
+// What an #include line includes, with its quotes or brackets; empty for any other line.
+std::string TargetOf(const std::string& line) {
+    std::istringstream words(line);
+    std::string word;
+    words >> word;
+    if (word == "#") {
+        words >> word;
+        word = "#" + word;
+    }
+    if (!word.starts_with("#include")) return "";
+    const std::size_t begin = line.find_first_of("\"<");
+    if (begin == std::string::npos) return "";
+    const std::size_t end = line.find(line[begin] == '<' ? '>' : '"', begin + 1);
+    return end == std::string::npos ? "" : line.substr(begin, end + 1 - begin);
+}
+
 void ReadIncludes(const std::filesystem::path& path, const std::string& file, SourceTree& tree) {
-    static const std::regex kInclude(R"rx(^\s*#\s*include\s*("[^"]*"|<[^>]*>).*)rx");
     std::ifstream stream(path);
     std::string line;
     for (int number = 1; std::getline(stream, line); ++number) {
-        std::smatch match;
-        if (std::regex_match(line, match, kInclude)) {
-            tree.m_Includes.push_back({file, number, match[1]});
-        }
+        const std::string target = TargetOf(line);
+        if (!target.empty()) tree.m_Includes.push_back({file, number, target});
     }
+}
+
+// The texts between pairs of backquotes.
+std::vector<std::string> CodeIn(const std::string& text) {
+    std::vector<std::string> codes;
+    std::size_t begin = 0;
+    while ((begin = text.find('`', begin)) != std::string::npos) {
+        const std::size_t end = text.find('`', begin + 1);
+        if (end == std::string::npos) break;
+        codes.push_back(text.substr(begin + 1, end - begin - 1));
+        begin = end + 1;
+    }
+    return codes;
 }
 
 }  // namespace
 
 std::vector<FolderRow> ParseFolderTable(const std::string& markdown) {
-    static const std::regex kRow(R"rx(^\| `([^`]*)` \|.*\|([^|]*)\|$)rx");
-    static const std::regex kPattern("`([^`]*)`");
     std::vector<FolderRow> rows;
     std::istringstream stream(markdown);
     for (std::string line; std::getline(stream, line);) {
-        std::smatch match;
-        if (!std::regex_match(line, match, kRow)) continue;
-        FolderRow& row = rows.emplace_back(FolderRow{PatternOf(match[1]), {}});
-        const std::string list = match[2];
-        for (std::sregex_iterator it(list.begin(), list.end(), kPattern), end; it != end; ++it) {
-            row.m_MayInclude.push_back(PatternOf((*it)[1]));
+        if (!line.starts_with("| `") || !line.ends_with('|')) continue;
+        FolderRow& row = rows.emplace_back(FolderRow{PatternOf(CodeIn(line).at(0)), {}});
+        const std::size_t lastCell = line.rfind('|', line.size() - 2);
+        for (const std::string& code : CodeIn(line.substr(lastCell))) {
+            row.m_MayInclude.push_back(PatternOf(code));
         }
     }
     return rows;
