@@ -19,6 +19,9 @@ namespace vesk {
 
 namespace {
 
+constexpr std::uint64_t kPlainRecords = 10'000'000;
+constexpr std::uint64_t kOtherRecords = 2'000'000;
+
 std::string Beside(const std::string& path) {
     return std::filesystem::path(path).replace_extension(".target.json").string();
 }
@@ -34,6 +37,39 @@ double Seconds(const timeval& time) {
 
 }  // namespace
 
+SimulatorOptions OnlySwitches() {
+    SimulatorOptions options;
+    options.m_Form = SimulatedForm::kVersion2;
+    options.m_Records = kPlainRecords;
+    options.m_Tasks = 48;
+    options.m_Functions = options.m_Marks = options.m_Hardware = false;
+    return options;
+}
+
+SimulatorOptions MicrosecondsWithExtraValues() {
+    SimulatorOptions options = OnlySwitches();
+    options.m_IsMicroseconds = true;
+    options.m_Records = kOtherRecords;
+    options.m_ExtraValues = 4;
+    return options;
+}
+
+SimulatorOptions Packets() {
+    SimulatorOptions options;
+    options.m_Form = SimulatedForm::kPackets;
+    options.m_Records = kOtherRecords;
+    options.m_Losses = true;
+    return options;
+}
+
+SimulatorOptions Functions() {
+    SimulatorOptions options;
+    options.m_Form = SimulatedForm::kVersion2;
+    options.m_Records = kOtherRecords;
+    options.m_Marks = options.m_Hardware = false;
+    return options;
+}
+
 BenchLog::BenchLog(const std::string& name, const SimulatorOptions& options)
     : m_Path((std::filesystem::temp_directory_path() /
               ("vesk_bench_" + std::to_string(getpid()) + "_" + name + ".bin"))
@@ -44,6 +80,7 @@ BenchLog::BenchLog(const std::string& name, const SimulatorOptions& options)
     std::ofstream description(Beside(m_Path));
     simulator.WriteTargetDescription(description);
     m_Database = simulator.Database();
+    for (const auto& job : simulator.Truth().m_Jobs) m_Jobs += job.second.m_Count;
 }
 
 BenchLog::~BenchLog() {

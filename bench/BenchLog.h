@@ -8,6 +8,12 @@
 
 namespace vesk {
 
+// The logs that figures are given for.
+SimulatorOptions OnlySwitches();                 // 10 million plain records, nothing else
+SimulatorOptions MicrosecondsWithExtraValues();  // switches in USCNT form with 4 extra values
+SimulatorOptions Packets();                      // all kinds of records, with losses
+SimulatorOptions Functions();                    // switches and many functions
+
 // A simulated log in a temporary file, with its target description beside it; both go with the
 // object.
 class BenchLog {
@@ -18,7 +24,7 @@ public:
     BenchLog& operator=(const BenchLog&) = delete;
 
     const std::string& Path() const { return m_Path; }
-    TargetDatabase& Database() { return m_Database; }
+    std::uint64_t Jobs() const { return m_Jobs; }
 
     // Reads the log; ends the program if it can't be read.
     void ReadInto(McuJobList& list);
@@ -26,6 +32,7 @@ public:
 private:
     std::string m_Path;
     TargetDatabase m_Database;
+    std::uint64_t m_Jobs = 0;
 };
 
 // Processor time of this process in seconds.
@@ -33,8 +40,8 @@ double ProcessorTime();
 
 // What another program took until it ended.
 struct ProgramCost {
-    double m_Seconds = 0;    // processor time
-    long m_PeakKB = 0;       // resident memory
+    double m_Seconds = 0;  // processor time
+    long m_PeakKB = 0;     // resident memory
 };
 ProgramCost RunProgram(const std::string& path, const std::string& argument1,
                        const std::string& argument2);

@@ -6,7 +6,7 @@
 
 #include <benchmark/benchmark.h>
 
-#include <cstdlib>
+#include <algorithm>
 #include <vector>
 
 #include "bench/BenchLog.h"
@@ -14,48 +14,13 @@
 namespace vesk {
 namespace {
 
-constexpr std::uint64_t kPlainRecords = 10'000'000;
-constexpr std::uint64_t kOtherRecords = 2'000'000;
 constexpr std::size_t kReady = 64;
-
-SimulatorOptions OnlySwitches() {
-    SimulatorOptions options;
-    options.m_Form = SimulatedForm::kVersion2;
-    options.m_Records = kPlainRecords;
-    options.m_Tasks = 48;
-    options.m_Functions = options.m_Marks = options.m_Hardware = false;
-    return options;
-}
-
-SimulatorOptions MicrosecondsWithExtraValues() {
-    SimulatorOptions options = OnlySwitches();
-    options.m_IsMicroseconds = true;
-    options.m_Records = kOtherRecords;
-    options.m_ExtraValues = 4;
-    return options;
-}
-
-SimulatorOptions Packets() {
-    SimulatorOptions options;
-    options.m_Form = SimulatedForm::kPackets;
-    options.m_Records = kOtherRecords;
-    options.m_Losses = true;
-    return options;
-}
-
-SimulatorOptions Functions() {
-    SimulatorOptions options;
-    options.m_Form = SimulatedForm::kVersion2;
-    options.m_Records = kOtherRecords;
-    options.m_Marks = options.m_Hardware = false;
-    return options;
-}
 
 // The elements that are appended: a few, so that reading them costs nothing.
 template <class T>
 std::vector<T> FirstOf(const std::vector<T>& elements) {
-    return {elements.begin(), elements.begin() + static_cast<std::ptrdiff_t>(
-                                                     std::min(kReady, elements.size()))};
+    return {elements.begin(),
+            elements.begin() + static_cast<std::ptrdiff_t>(std::min(kReady, elements.size()))};
 }
 
 template <class T>
@@ -155,33 +120,6 @@ void ReadIntoTouchedMemory(benchmark::State& state, const SimulatorOptions& opti
     sums.Report(state, records);
 }
 
-// `vesk info` as a whole program against a plain reader as a whole program. peak_bytes is the
-// resident memory per job over that of a process that reads nothing.
-void WholeProgram(benchmark::State& state, const SimulatorOptions& options) {
-    BenchLog log("program", options);
-    const ProgramCost empty = RunProgram(VESK_PROGRAM, "--version", "");
-    McuJobList list;
-    log.ReadInto(list);
-    const auto jobs = static_cast<double>(list.size());
-    list = McuJobList();
-    list.shrink_to_fit();
-    double plain = 0;
-    double ours = 0;
-    long peak = 0;
-    for (auto _ : state) {
-        plain += RunProgram(VESK_PLAIN_PROGRAM, log.Path(), "").m_Seconds;
-        const ProgramCost cost = RunProgram(VESK_PROGRAM, "info", log.Path());
-        ours += cost.m_Seconds;
-        peak = std::max(peak, cost.m_PeakKB);
-        state.SetIterationTime(cost.m_Seconds);
-    }
-    const double runs = static_cast<double>(state.iterations());
-    state.counters["seconds"] = ours / runs;
-    state.counters["plain_seconds"] = plain / runs;
-    state.counters["times_faster"] = plain / ours;
-    state.counters["peak_bytes"] = 1024.0 * static_cast<double>(peak - empty.m_PeakKB) / jobs;
-}
-
 BENCHMARK_CAPTURE(ReadIntoFreshMemory, plain, OnlySwitches())->UseManualTime()->Iterations(1);
 BENCHMARK_CAPTURE(ReadIntoTouchedMemory, plain, OnlySwitches())->UseManualTime()->Iterations(1);
 BENCHMARK_CAPTURE(ReadIntoFreshMemory, uscnt_4_extra, MicrosecondsWithExtraValues())
@@ -189,7 +127,6 @@ BENCHMARK_CAPTURE(ReadIntoFreshMemory, uscnt_4_extra, MicrosecondsWithExtraValue
     ->Iterations(1);
 BENCHMARK_CAPTURE(ReadIntoFreshMemory, packets, Packets())->UseManualTime()->Iterations(1);
 BENCHMARK_CAPTURE(ReadIntoFreshMemory, functions, Functions())->UseManualTime()->Iterations(1);
-BENCHMARK_CAPTURE(WholeProgram, info_plain, OnlySwitches())->UseManualTime()->Iterations(1);
 
 }  // namespace
 }  // namespace vesk

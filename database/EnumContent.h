@@ -27,6 +27,6 @@ public:
 
 private:
     std::vector<std::pair<std::string, std::int32_t>> m_Entries;
-    std::unordered_map<std::string, std::size_t> m_ByName;      // first entry of a name
-    std::unordered_map<std::int32_t, std::size_t> m_ByValue;    // first entry of a value
+    std::unordered_map<std::string, std::size_t> m_ByName;    // first entry of a name
+    std::unordered_map<std::int32_t, std::size_t> m_ByValue;  // first entry of a value
 };

@@ -14,11 +14,17 @@ auto* FindIn(Map& map, const std::string& name) {
 
 }  // namespace
 
-DataFormat* TargetDatabase::FindFormat(const std::string& name) { return FindIn(m_Formats, name); }
+DataFormat* TargetDatabase::FindFormat(const std::string& name) {
+    return FindIn(m_Formats, name);
+}
 
-EnumContent* TargetDatabase::FindEnum(const std::string& name) { return FindIn(m_Enums, name); }
+EnumContent* TargetDatabase::FindEnum(const std::string& name) {
+    return FindIn(m_Enums, name);
+}
 
-void TargetDatabase::Select(TargetDatabase* database) { selected = database; }
+void TargetDatabase::Select(TargetDatabase* database) {
+    selected = database;
+}
 
 DataFormat* TargetDatabase::LookUpFormat(const std::string& name) {
     return selected ? selected->FindFormat(name) : nullptr;

@@ -13,8 +13,7 @@ constexpr std::size_t kBlockBytes = std::size_t{1} << 17;
 
 }  // namespace
 
-std::span<const std::uint8_t> ByteSource::TakeRecords(std::size_t recordBytes,
-                                                      std::uint64_t most) {
+std::span<const std::uint8_t> ByteSource::TakeRecords(std::size_t recordBytes, std::uint64_t most) {
     if (most == 0) return {};
     if (m_Size - m_Begin < recordBytes && !Fill(recordBytes)) return {};
     const std::uint64_t whole = std::min<std::uint64_t>((m_Size - m_Begin) / recordBytes, most);

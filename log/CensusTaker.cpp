@@ -36,18 +36,19 @@ bool CensusTaker::Foresee(RecordDecoder& counter, LogCensus& census) {
     const auto size = static_cast<std::int64_t>(framer.RecordBytes());
     const std::int64_t whole = (EndPosition(m_Stream) - m_Start) / size;
     const std::int64_t inRange = (m_End - m_Start) / size + 1;
-    const auto records = static_cast<std::uint64_t>(std::max<std::int64_t>(0, std::min(whole, inRange)));
-    if (m_Setup.m_Form == LogForm::kPackets || m_Setup.HasSamples() ||
-        m_Setup.ComputesFrames() || records < 4 * kSampleRecords)
+    const auto records =
+        static_cast<std::uint64_t>(std::max<std::int64_t>(0, std::min(whole, inRange)));
+    if (m_Setup.m_Form == LogForm::kPackets || m_Setup.ComputesFrames() ||
+        records < 4 * kSampleRecords || CountRecords(counter, kSampleRecords) != Result::kEnded)
         return false;
+    const LogCensus before = counter.Census();
     if (CountRecords(counter, kSampleRecords) != Result::kEnded) return false;
-    const std::uint64_t before = counter.Census().m_Jobs;
-    if (CountRecords(counter, kSampleRecords) != Result::kEnded) return false;
-    const std::uint64_t after = counter.Census().m_Jobs;
-    if (after - before != kSampleRecords) return false;
-    constexpr std::uint64_t kLastJob = 1;
-    census.m_Jobs = after + (records - 2 * kSampleRecords) + kLastJob;
-    census.m_Samples = 1;
+    const LogCensus after = counter.Census();
+    if (after.m_Jobs - before.m_Jobs != kSampleRecords) return false;
+    // One more of each is stored at the end of the log.
+    const std::uint64_t rest = records - 2 * kSampleRecords;
+    census.m_Jobs = after.m_Jobs + rest + 1;
+    census.m_Samples = after.m_Samples == before.m_Samples ? 1 : after.m_Samples + rest + 1;
     return true;
 }
 

@@ -7,6 +7,7 @@ namespace vesk {
 
 namespace {
 
+constexpr std::uint64_t kBatch = 1024;  // packet records between two looks at memory and progress
 constexpr std::int64_t kProgressBytes = std::int64_t{4} << 20;
 
 }  // namespace
@@ -17,8 +18,7 @@ DecodingPass::DecodingPass(std::FILE* stream, std::int64_t start, std::int64_t e
       m_Start(start),
       m_End(end),
       m_Source(stream, start),
-      m_Framer(setup.m_Info, setup.m_ExtraBefore,
-               setup.ComputesFrames(), start, end) {}
+      m_Framer(setup.m_Info, setup.m_ExtraBefore, setup.ComputesFrames(), start, end) {}
 
 DecodingPass::Result DecodingPass::Run(RecordDecoder& decoder, const ReadProgress& progress,
                                        std::int64_t doneBefore, std::int64_t total) {
@@ -35,6 +35,7 @@ DecodingPass::Result DecodingPass::RunPlain(RecordDecoder& decoder) {
     for (auto records = m_Framer.NextRecords(m_Source); !records.empty();
          records = m_Framer.NextRecords(m_Source)) {
         const std::uint8_t* const end = records.data() + records.size();
+        decoder.MakeRoomFor(records.size() / size);
         for (const std::uint8_t* bytes = records.data();; bytes += size) {
             bytes = decoder.AcceptSwitches(bytes, end, m_Framer);
             if (bytes == end) break;
@@ -59,6 +60,7 @@ DecodingPass::Result DecodingPass::RunPackets(RecordDecoder& decoder) {
     PacketFramer::Event event = framer.Next(m_Source);
     for (; event == PacketFramer::Event::kRecord || event == PacketFramer::Event::kLoss;
          event = framer.Next(m_Source)) {
+        if (m_Records % kBatch == 0) decoder.MakeRoomFor(kBatch);
         if (event == PacketFramer::Event::kLoss) {
             decoder.Lose(framer.LostSize());
             continue;
@@ -69,7 +71,7 @@ DecodingPass::Result DecodingPass::RunPackets(RecordDecoder& decoder) {
         }
         ++m_Records;
         position = m_Source.Position();
-        if (!GoesOn()) {
+        if (m_Records % kBatch == 0 && !GoesOn()) {
             result = Result::kCancelled;
             break;
         }
@@ -84,8 +86,8 @@ DecodingPass::Result DecodingPass::RunPackets(RecordDecoder& decoder) {
     return result;
 }
 
-DecodingPass::Result DecodingPass::OutOfOrder(const RecordDecoder& decoder,
-                                              const RawRecord& record, std::int64_t position) {
+DecodingPass::Result DecodingPass::OutOfOrder(const RecordDecoder& decoder, const RawRecord& record,
+                                              std::int64_t position) {
     m_Error = FormatText(
         "Failed to parse the raw data to get correct time information."
         "                               \nCurrrent file position: %lld, job's size: %d, "

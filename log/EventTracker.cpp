@@ -54,8 +54,7 @@ void EventTracker::Finish() {
 
 void EventTracker::Count(LogCensus& census) const {
     census.m_SourceMarks = m_Marks;
-    for (const auto& [text, name] : m_HardwareNames)
-        census.m_HardwareEvents[text] = name->m_Starts;
+    for (const auto& [text, name] : m_HardwareNames) census.m_HardwareEvents[text] = name->m_Starts;
 }
 
 void EventTracker::Store(HardwareName& name) {

@@ -26,8 +26,8 @@ struct HardwareName {
     explicit HardwareName(const std::string& text) : m_Name(text) {}
 
     SharedName m_Name;
-    std::optional<McuJob> m_Open;  // the event in progress
-    std::uint64_t m_Starts = 0;    // each start gives one event in the end
+    std::optional<McuJob> m_Open;             // the event in progress
+    std::uint64_t m_Starts = 0;               // each start gives one event in the end
     std::vector<McuJob>* m_Events = nullptr;  // in m_HWJobs, once an event was stored
 };
 

@@ -54,21 +54,15 @@ void ExtraSampler::Keep(const std::uint8_t* record) {
 
 void ExtraSampler::Store(const std::uint8_t* current, std::uint64_t now,
                          const std::string& jobName) {
-    std::string name = jobName;
     if (m_IsHeaderless) {
         m_Words.resize(m_Previous.size() / 4);
         for (std::size_t i = 0; i < m_Words.size(); ++i)
             m_Words[i] = static_cast<int>(Word32At(m_Previous.data() + 4 * i));
-        m_List->InsertExtraInfo(m_Words, m_Time, name);
+        m_List->StoreSample(m_Words, m_Time, jobName);
         return;
     }
-    char* ended = nullptr;
-    if (current) {
-        m_Current.assign(current + m_Extra[0].m_Offset,
-                         current + m_Extra[0].m_Offset + m_Extra[0].m_Size);
-        ended = reinterpret_cast<char*>(m_Current.data());
-    }
-    m_List->InsertExtraInfo(reinterpret_cast<char*>(m_Previous.data()), ended, now, m_Time, name);
+    const std::uint8_t* const ended = current ? current + m_Extra[0].m_Offset : nullptr;
+    m_List->StoreSample(m_Previous.data(), ended, now, m_Time, jobName);
 }
 
 }  // namespace vesk

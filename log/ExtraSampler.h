@@ -52,7 +52,6 @@ private:
     std::array<ByteRange, 2> m_Extra;
     bool m_IsHeaderless;
     std::vector<std::uint8_t> m_Previous;  // extra data of the record that opened the sample
-    std::vector<std::uint8_t> m_Current;   // of the record that ends it, for plug-ins
     std::vector<int> m_Words;              // the previous values, headerless
     std::uint64_t m_Time = 0;              // at which the sample was opened
     std::uint64_t m_Samples = 0;

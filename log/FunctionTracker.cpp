@@ -9,7 +9,9 @@ namespace vesk {
 
 namespace {
 
-bool StartsBefore(const McuJob& a, const McuJob& b) { return a.m_StartTime < b.m_StartTime; }
+bool StartsBefore(const McuJob& a, const McuJob& b) {
+    return a.m_StartTime < b.m_StartTime;
+}
 
 }  // namespace
 
@@ -74,8 +76,7 @@ void FunctionTracker::Count(LogCensus& census) const {
     for (const auto& [text, function] : m_Functions) census.m_Calls[text] = function->m_Entries;
 }
 
-void FunctionTracker::CloseCall(FunctionName& function, std::uint64_t now,
-                                const JobName* running) {
+void FunctionTracker::CloseCall(FunctionName& function, std::uint64_t now, const JobName* running) {
     std::uint64_t start = 0;
     if (function.m_OpenCalls.Take(*m_List, m_JobNames, running, start))
         StoreCall(function, start, now, kBeganAtEntry | kClosedLastCall);

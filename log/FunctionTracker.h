@@ -20,11 +20,11 @@ struct FunctionName {
     explicit FunctionName(const std::string& text) : m_Name(text) {}
 
     SharedName m_Name;
-    int m_Open = 0;                      // activations on the function stack
-    bool m_IsKnown = false;              // entered since the last loss
-    bool m_WasEntered = false;           // has an entry among the open calls of the list
-    std::uint64_t m_Entries = 0;         // function entry records
-    std::uint64_t* m_Total = nullptr;    // in m_CustomNames, once a segment was stored
+    int m_Open = 0;                          // activations on the function stack
+    bool m_IsKnown = false;                  // entered since the last loss
+    bool m_WasEntered = false;               // has an entry among the open calls of the list
+    std::uint64_t m_Entries = 0;             // function entry records
+    std::uint64_t* m_Total = nullptr;        // in m_CustomNames, once a segment was stored
     std::vector<McuJob>* m_Calls = nullptr;  // in m_CustomJobsCS, once a call was stored
     OpenCalls m_OpenCalls;
 };

@@ -28,7 +28,9 @@ constexpr std::uint32_t kMostExtraBytes = std::uint32_t{2} << 20;
 constexpr std::uint32_t kMostPluginValues = std::uint32_t{1} << 16;
 constexpr std::uint32_t kMostItems = std::uint32_t{1} << 16;
 
-std::uint32_t Bits(std::uint32_t word, int first) { return word >> first & 0xF; }
+std::uint32_t Bits(std::uint32_t word, int first) {
+    return word >> first & 0xF;
+}
 
 CString TextOf(const void* bytes) {
     const char* text = static_cast<const char*>(bytes);
@@ -119,7 +121,9 @@ bool HeaderReader::ReadItem(std::uint32_t& runningOffset) {
     if (m_Info.m_IsKaldo) m_Items.push_back(item);
     switch (item.type) {
         case kTaskOverheadItem:
-        case kFunctionOverheadItem: ReadOverhead(item); break;
+        case kFunctionOverheadItem:
+            ReadOverhead(item);
+            break;
         case kFrameNoField:
             m_Info.m_KaldoFrameOffset = static_cast<std::uint16_t>(runningOffset);
             m_Info.m_HasKaldoFrameNo = true;
@@ -145,8 +149,8 @@ void HeaderReader::ReadOverhead(const vesk_header_item& item) {
         sum = sum * 256 + static_cast<std::uint32_t>(static_cast<std::int8_t>(item.value[i]));
     auto overhead = static_cast<std::int32_t>(sum);
     if (!m_Info.m_IsTQCNT)
-        overhead = static_cast<std::int32_t>(
-            LowWordOf(overhead / static_cast<double>(m_Info.m_Ratio)));
+        overhead =
+            static_cast<std::int32_t>(LowWordOf(overhead / static_cast<double>(m_Info.m_Ratio)));
     (item.type == kTaskOverheadItem ? m_List.m_TaskOverhead : m_List.m_FunctionOverhead) = overhead;
 }
 
@@ -181,8 +185,8 @@ bool HeaderReader::CheckKaldoOffsets() {
         m_Error += "Failed to Kaldo information from header. (context id, frame no and time stamp)";
         return false;
     }
-    for (const std::uint16_t offset : {m_Info.m_ContextIdOffset, m_Info.m_KaldoFrameOffset,
-                                       m_Info.m_KaldoCountOffset}) {
+    for (const std::uint16_t offset :
+         {m_Info.m_ContextIdOffset, m_Info.m_KaldoFrameOffset, m_Info.m_KaldoCountOffset}) {
         if (offset + 4U <= m_Info.m_JobSize) continue;
         m_Error += FormatText(
             "Failed to get Kaldo offset info. \ncontext id offset: %d, timestamp offset: %d, "

@@ -43,8 +43,8 @@ private:
     bool ReadInitBlock();
     bool UseInitData(std::uint32_t tag, const std::vector<std::uint8_t>& data);
     void NameValues();
-    void NameValues(const ExtraParsingInfo&, const char* defaultName, int& counter,
-                    int maximum, int minimum);
+    void NameValues(const ExtraParsingInfo&, const char* defaultName, int& counter, int maximum,
+                    int minimum);
     void NamePluginValues(ExtraParsingInfo&);
 
     McuJobList& m_List;

@@ -12,11 +12,11 @@ struct IdMeaning {
     std::uint32_t m_Id = 0;
     bool m_IsUsed = false;  // the slot holds an id
     RecordKind m_Kind = RecordKind::kIgnored;
-    bool m_KeepsDepth = false;   // tasks and interrupts: the interrupts in progress go on
-    std::int8_t m_Step = 0;      // and how many more are then in progress
-    void* m_Name = nullptr;      // JobName, FunctionName, MarkName or HardwareName, by kind
-    void* m_Below = nullptr;     // JobName to which a later return to this level leads
-    void* m_Spare = nullptr;     // slots of a power of two are found without a multiplication
+    bool m_KeepsDepth = false;  // tasks and interrupts: the interrupts in progress go on
+    std::int8_t m_Step = 0;     // and how many more are then in progress
+    void* m_Name = nullptr;     // JobName, FunctionName, MarkName or HardwareName, by kind
+    void* m_Below = nullptr;    // JobName to which a later return to this level leads
+    void* m_Spare = nullptr;    // slots of a power of two are found without a multiplication
 };
 
 // Record id -> meaning: a flat hash table, because every record looks its id up.
@@ -39,7 +39,7 @@ public:
     }
 
 private:
-    static constexpr std::uint32_t kFirstSize = 512;
+    static constexpr std::uint32_t kFirstSize = 2048;
     static constexpr std::uint32_t kMultiplier = 0x9E3779B1;
 
     void Grow() {
@@ -54,7 +54,7 @@ private:
     std::vector<IdMeaning> m_Slots;
     std::size_t m_Used = 0;
     std::uint32_t m_Mask = kFirstSize - 1;
-    int m_Shift = 23;  // 32 - log2 of the number of slots
+    int m_Shift = 21;  // 32 - log2 of the number of slots
 };
 
 }  // namespace vesk

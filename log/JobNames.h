@@ -13,9 +13,9 @@ namespace vesk {
 // A task, an interrupt or "%Lost", with what its jobs add up to.
 struct JobName {
     SharedName m_Name;
-    bool m_IsTick = false;       // the tick interrupt's name
-    int m_Jobs = 0;              // jobs stored
-    std::uint64_t m_Total = 0;   // QBit
+    bool m_IsTick = false;      // the tick interrupt's name
+    int m_Jobs = 0;             // jobs stored
+    std::uint64_t m_Total = 0;  // QBit
 };
 
 // The names of a log's jobs, each text once: equal names have equal addresses. Addresses stay

@@ -9,14 +9,18 @@
 
 namespace {
 
-std::uint64_t StartOf(const McuJob& job) { return job.m_StartTime; }
+std::uint64_t StartOf(const McuJob& job) {
+    return job.m_StartTime;
+}
 
 // Counts a name; true for a new one.
 bool CountName(std::map<std::string, int>& names, const std::string& name) {
     return ++names[name] == 1;
 }
 
-std::uint32_t Unsigned(int value) { return static_cast<std::uint32_t>(value); }
+std::uint32_t Unsigned(int value) {
+    return static_cast<std::uint32_t>(value);
+}
 
 }  // namespace
 
@@ -137,7 +141,9 @@ void McuJobList::Insert(std::string name, std::uint64_t start, std::uint64_t end
     Insert(McuJob(std::move(name), start, end));
 }
 
-void McuJobList::InsertHWJob(const McuJob& job) { m_HWJobs[job.m_Name].push_back(job); }
+void McuJobList::InsertHWJob(const McuJob& job) {
+    m_HWJobs[job.m_Name].push_back(job);
+}
 
 void McuJobList::InsertCustomJob(const McuJob& job, std::uint64_t time) {
     m_CustomJobs.push_back(job);
@@ -163,6 +169,16 @@ void McuJobList::InsertSourceMark(const McuJob& job) {
 
 void McuJobList::InsertExtraInfo(char* previous, char* current, std::uint64_t time,
                                  std::uint64_t lastTime, std::string& name) {
+    StoreSample(reinterpret_cast<const std::uint8_t*>(previous),
+                reinterpret_cast<const std::uint8_t*>(current), time, lastTime, name);
+}
+
+void McuJobList::InsertExtraInfo(std::vector<int>& values, std::uint64_t time, std::string& name) {
+    StoreSample(values, time, name);
+}
+
+void McuJobList::StoreSample(const std::uint8_t* previous, const std::uint8_t* current,
+                             std::uint64_t time, std::uint64_t lastTime, const std::string& name) {
     ExtraInfoRecord& record = m_ExtraInfos.emplace_back();
     record.m_Time = lastTime;
     record.m_Name = name;
@@ -171,16 +187,16 @@ void McuJobList::InsertExtraInfo(char* previous, char* current, std::uint64_t ti
     int* values = record.m_Values.data();
     for (const ExtraParsingInfo& info : m_ParsingInfos) {
         if (!info.m_Valid) continue;
-        const char* data = previous + info.m_Offset;
+        const std::uint8_t* data = previous + info.m_Offset;
         if (info.m_Type == vesk::kExtraInfoItem) {
             for (std::uint32_t i = 0; i < info.m_InfoNum; ++i)
                 values[i] = static_cast<int>(vesk::Word32At(data + 4 * i));
         } else if (info.m_Type == vesk::kTwoRatiosItem) {
             const std::uint32_t whole = vesk::Word32At(data);
             for (std::uint32_t i = 0; i < info.m_InfoNum; ++i)
-                values[i] = whole == 0 ? 0
-                                       : static_cast<int>(vesk::Word32At(data + 4 + 4 * i) * 100 /
-                                                          whole);
+                values[i] = whole == 0
+                                ? 0
+                                : static_cast<int>(vesk::Word32At(data + 4 + 4 * i) * 100 / whole);
         } else if (info.m_InfoNum > 0) {
             const std::uint32_t* parsed = m_IsKaldo
                                               ? info.m_ParsingInfoKaldo(previous, current, duration)
@@ -193,14 +209,14 @@ void McuJobList::InsertExtraInfo(char* previous, char* current, std::uint64_t ti
     WidenExtraRange(record.m_Values);
 }
 
-void McuJobList::InsertExtraInfo(std::vector<int>& values, std::uint64_t time, std::string& name) {
+void McuJobList::StoreSample(const std::vector<int>& values, std::uint64_t time,
+                             const std::string& name) {
     ExtraInfoRecord& record = m_ExtraInfos.emplace_back();
     record.m_Time = time;
     record.m_Name = name;
     const auto count = static_cast<std::size_t>(m_ExtraInfoNum);
-    record.m_Values.assign(values.begin(),
-                           values.begin() + static_cast<std::ptrdiff_t>(
-                                                std::min(count, values.size())));
+    record.m_Values.assign(values.begin(), values.begin() + static_cast<std::ptrdiff_t>(
+                                                                std::min(count, values.size())));
     record.m_Values.resize(count);
     WidenExtraRange(record.m_Values);
 }

@@ -18,6 +18,7 @@
 #include "platform/CString.h"
 
 namespace vesk {
+class ExtraSampler;
 struct DecoderSetup;
 }  // namespace vesk
 
@@ -149,8 +150,8 @@ public:
 
     CString m_FileName;
     std::uint64_t m_BeginTime = 0;
-    std::uint64_t m_EndTime = 0;    // of the job inserted last
-    std::uint64_t m_IdleTotal = 0;  // total length of the jobs named "IDLE"
+    std::uint64_t m_EndTime = 0;                         // of the job inserted last
+    std::uint64_t m_IdleTotal = 0;                       // total length of the jobs named "IDLE"
     std::map<std::string, int> m_JobNames;               // number of jobs
     std::map<std::string, std::uint64_t> m_CustomNames;  // total duration per function
     std::vector<McuJob> m_CustomJobs;                    // segments, in order of creation
@@ -158,11 +159,11 @@ public:
     std::map<std::string, std::vector<McuJob>> m_TmpCustomJobsCS;  // open calls of a read
     std::vector<bool> m_CustomShown;  // one per entry of m_CustomNames, in map order
     std::vector<McuJob> m_SourceMarks;
-    std::map<std::string, int> m_SourceMarkNames;  // number of marks
-    std::vector<bool> m_SourceMarkShown;           // one per entry of m_SourceMarkNames
+    std::map<std::string, int> m_SourceMarkNames;         // number of marks
+    std::vector<bool> m_SourceMarkShown;                  // one per entry of m_SourceMarkNames
     std::map<std::string, std::vector<McuJob>> m_HWJobs;  // events in order of their ends
     std::int32_t m_ExtraInfoNum = 0;                      // extra values per record
-    std::vector<int> m_ExtraMax;  // per value; bits of an unsigned value
+    std::vector<int> m_ExtraMax;                          // per value; bits of an unsigned value
     std::vector<int> m_ExtraMin;
     std::vector<CString> m_ExtraNames;
     std::vector<ExtraParsingInfo> m_ParsingInfos;  // empty again after a read
@@ -212,7 +213,7 @@ public:
     std::int32_t m_BmTaskMode = 0;
     std::int32_t m_BmTaskContextSwitch = 0;
 
-    bool m_IsKaldo = false;  // records travelled in packets
+    bool m_IsKaldo = false;           // records travelled in packets
     std::vector<PDIInfo> m_PDIInfos;  // losses, ascending job index
     FormatLookup m_GetDataFormat = nullptr;
     EnumLookup m_GetEnumContent = nullptr;
@@ -223,10 +224,13 @@ public:
 
 private:
     bool ReadHeaderless(const std::string& path, std::FILE*, std::string& error);
-    bool Decode(std::FILE*, const vesk::DecoderSetup& setup, std::int64_t end,
-                std::string& error);
+    bool Decode(std::FILE*, const vesk::DecoderSetup& setup, std::int64_t end, std::string& error);
     bool Cancel();
     void TrimAll();
+    friend class vesk::ExtraSampler;
+    void StoreSample(const std::uint8_t* previous, const std::uint8_t* current, std::uint64_t time,
+                     std::uint64_t lastTime, const std::string& name);
+    void StoreSample(const std::vector<int>& values, std::uint64_t time, const std::string& name);
     void ReleasePlugins();
     void WidenExtraRange(const std::vector<int>& values);
 

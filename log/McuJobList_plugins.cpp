@@ -59,7 +59,8 @@ bool McuJobList::InitParsingDllFunc(ExtraParsingInfo& info, const CString& baseN
     if (path.IsEmpty()) return Refuse(info, "Failed to get the path of DLL.");
     if (!IsPlainFileName(baseName.Str()) || !FileExist(path)) {
         if (vesk::CurrentHostValues().m_FeatureLevel != 0)
-            AfxMessageBox(vesk::FormatText("DLL doesn't exist. (%s)", baseName.Str().c_str()).c_str());
+            AfxMessageBox(
+                vesk::FormatText("DLL doesn't exist. (%s)", baseName.Str().c_str()).c_str());
         return false;
     }
     info.m_Module = vesk::LoadDynamicLibrary(path.Str());

@@ -29,8 +29,7 @@ constexpr std::int64_t kVersion2Start = 512;
 // More than a header's items can ask for: only a damaged file has such records and is too short
 // to hold a single one.
 constexpr std::size_t kMostUnseenBytes = std::size_t{4} << 20;
-constexpr const char* kTooNew =
-    "The VESK version is not supported. Please use the latest Trawler.";
+constexpr const char* kTooNew = "The VESK version is not supported. Please use the latest Trawler.";
 constexpr const char* kOutOfMemory = "Out of memory. Please split VESK file first.";
 
 bool ReadIdentifier(std::FILE* stream, std::string& identifier) {
@@ -235,9 +234,9 @@ bool McuJobList::ReadRawData(std::FILE* file, HeaderInfo& info, std::int64_t end
     setup.m_ExtraValues = m_ExtraInfoNum;
     setup.m_PreviousBytes = PreviousBytes(info, m_ParsingInfos);
     if (NeedsRecords(m_ParsingInfos))
-        setup.m_Extra = info.m_IsKaldo ? std::array{vesk::ByteRange{0, info.m_JobSize},
-                                                    vesk::ByteRange{}}
-                                       : vesk::PlainFramer::ExtraOf(info, 0);
+        setup.m_Extra = info.m_IsKaldo
+                            ? std::array{vesk::ByteRange{0, info.m_JobSize}, vesk::ByteRange{}}
+                            : vesk::PlainFramer::ExtraOf(info, 0);
     if (setup.m_PreviousBytes > kMostUnseenBytes &&
         vesk::EndPosition(file) - start < static_cast<std::int64_t>(setup.m_PreviousBytes)) {
         error += vesk::FormatText("Failed to allocate extrainfo buffer. size: %d",

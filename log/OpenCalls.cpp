@@ -10,33 +10,32 @@ namespace {
 // start counts to the job before, except for the first.
 const JobName* JobAt(std::uint64_t time, const std::vector<McuJob>& jobs, const JobNames& names) {
     int index = 0;
-    FindBefore(jobs, [](const McuJob& job) { return job.m_StartTime; }, time,
-               jobs.back().m_EndTime, index);
+    FindBefore(
+        jobs, [](const McuJob& job) { return job.m_StartTime; }, time, jobs.back().m_EndTime,
+        index);
     const McuJob& job = jobs[static_cast<std::size_t>(index)];
     return time >= job.m_StartTime && time < job.m_EndTime ? names.Find(job.m_Name) : nullptr;
 }
 
-}  // namespace
-
 // A call that the last stored job reaches belongs to a stored job for good: later jobs start
-// behind it.
-void OpenCalls::Settle(const std::vector<McuJob>& jobs, const JobNames& names) {
-    if (jobs.empty() || m_Recent.empty()) return;
-    const McuJob& last = jobs.back();
-    auto settled = m_Recent.begin();
-    while (settled != m_Recent.end() &&
-           (*settled < last.m_EndTime || *settled <= last.m_StartTime)) {
-        m_Settled[JobAt(*settled, jobs, names)].push_back(*settled);
-        ++settled;
-    }
-    m_Recent.erase(m_Recent.begin(), settled);
+// behind it. So do all calls that began before such a one.
+bool IsSettled(std::uint64_t start, const std::vector<McuJob>& jobs) {
+    return !jobs.empty() && (start < jobs.back().m_EndTime || start <= jobs.back().m_StartTime);
 }
 
-bool OpenCalls::Take(const std::vector<McuJob>& jobs, const JobNames& names,
-                     const JobName* running, std::uint64_t& start) {
-    Settle(jobs, names);
+}  // namespace
+
+void OpenCalls::Settle(const std::vector<McuJob>& jobs, const JobNames& names) {
+    for (const std::uint64_t start : m_Recent)
+        m_Settled[JobAt(start, jobs, names)].push_back(start);
+    m_Recent.clear();
+}
+
+bool OpenCalls::Take(const std::vector<McuJob>& jobs, const JobNames& names, const JobName* running,
+                     std::uint64_t& start) {
     std::vector<std::uint64_t>* calls = &m_Recent;
-    if (m_Recent.empty()) {
+    if (m_Recent.empty() || IsSettled(m_Recent.back(), jobs)) {
+        Settle(jobs, names);
         const auto found = m_Settled.find(running);
         if (found == m_Settled.end() || found->second.empty()) return false;
         calls = &found->second;

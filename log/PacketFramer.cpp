@@ -37,6 +37,11 @@ PacketFramer::Event PacketFramer::Next(ByteSource& source) {
             return Fail("Incorrect Kaldo VESK file. Incorrect packet length.");
         const std::uint8_t* payload = source.Take(length);
         if (!payload) return Event::kEnd;
+        if (sequence == 0 && m_Info.m_PacketsPerJob == 1 && length == m_Info.m_JobSize) {
+            m_InRecord = false;
+            Frame(payload);
+            return Event::kRecord;
+        }
         if (sequence != m_Piece) {
             ++m_DroppedPackets;
             Restart();
@@ -54,7 +59,11 @@ PacketFramer::Event PacketFramer::Complete() {
         return Fail(FormatText("Incorrect VESK data. Header job size: %d, record size: %d",
                                static_cast<int>(m_Info.m_JobSize),
                                static_cast<int>(m_Bytes.size())));
-    const std::uint8_t* bytes = m_Bytes.data();
+    Frame(m_Bytes.data());
+    return Event::kRecord;
+}
+
+void PacketFramer::Frame(const std::uint8_t* bytes) {
     m_Record.m_Bytes = bytes;
     m_Record.m_Id = Word32At(bytes + m_Info.m_ContextIdOffset);
     m_Record.m_Count = Word32At(bytes + m_Info.m_KaldoCountOffset);
@@ -62,7 +71,6 @@ PacketFramer::Event PacketFramer::Complete() {
     m_Record.m_Frame = m_Info.m_HasKaldoFrameNo
                            ? static_cast<std::int32_t>(Word32At(bytes + m_Info.m_KaldoFrameOffset))
                            : 0;
-    return Event::kRecord;
 }
 
 PacketFramer::Event PacketFramer::Fail(std::string error) {

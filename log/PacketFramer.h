@@ -21,9 +21,9 @@ public:
     // What comes next: a record, a loss, the end of the range or stream, or an error.
     Event Next(ByteSource& source);
 
-    const RawRecord& Record() const { return m_Record; }    // after kRecord, until the next call
-    std::uint32_t LostSize() const { return m_LostSize; }   // after kLoss
-    const std::string& Error() const { return m_Error; }    // after kError
+    const RawRecord& Record() const { return m_Record; }   // after kRecord, until the next call
+    std::uint32_t LostSize() const { return m_LostSize; }  // after kLoss
+    const std::string& Error() const { return m_Error; }   // after kError
 
     std::uint64_t LossPackets() const { return m_LossPackets; }
     std::uint64_t DroppedPackets() const { return m_DroppedPackets; }
@@ -31,6 +31,7 @@ public:
 private:
     Event Fail(std::string error);
     Event Complete();
+    void Frame(const std::uint8_t* bytes);
     void Restart();
 
     const HeaderInfo& m_Info;

@@ -34,7 +34,7 @@ struct RangeChoice {
     bool m_Accepted = true;      // false: the read is given up, without a text
     bool m_HasInterval = false;  // m_Interval is to be read
     SplitInterval m_Interval;
-    std::string m_UnitText;      // what the next request is to remember
+    std::string m_UnitText;  // what the next request is to remember
     std::int32_t m_SplitMode = 0;
 };
 

@@ -21,16 +21,16 @@ enum class LogForm { kHeaderless, kWithHeader, kPackets };
 struct ReadReport {
     ReadOutcome m_Outcome = ReadOutcome::kNothingRead;
     LogForm m_Form = LogForm::kHeaderless;
-    std::int32_t m_Version = 0;       // of the header; 0 without one
-    HeaderInfo m_Info;                // as the decoder used it
-    std::int64_t m_RangeStart = 0;    // file positions that were read
+    std::int32_t m_Version = 0;     // of the header; 0 without one
+    HeaderInfo m_Info;              // as the decoder used it
+    std::int64_t m_RangeStart = 0;  // file positions that were read
     std::int64_t m_RangeEnd = 0;
-    std::uint64_t m_Records = 0;          // whole records in the range
-    std::uint64_t m_IgnoredRecords = 0;   // of a kind that means nothing
-    std::uint64_t m_UnmatchedExits = 0;   // function exits that did not fit the function stack
+    std::uint64_t m_Records = 0;         // whole records in the range
+    std::uint64_t m_IgnoredRecords = 0;  // of a kind that means nothing
+    std::uint64_t m_UnmatchedExits = 0;  // function exits that did not fit the function stack
     std::uint64_t m_LossPackets = 0;
-    std::uint64_t m_DroppedPackets = 0;   // data packets dropped for their sequence number
-    std::uint64_t m_CutOffBytes = 0;      // of a record that the end of the file cuts
+    std::uint64_t m_DroppedPackets = 0;  // data packets dropped for their sequence number
+    std::uint64_t m_CutOffBytes = 0;     // of a record that the end of the file cuts
 };
 
 // Called every few megabytes of a read with the bytes done and to do; false cancels the read,

@@ -23,10 +23,17 @@ RecordDecoder::RecordDecoder(const DecoderSetup& setup, McuJobList* list, const 
     if (!isHeaderless && (setup.m_Names.m_HasTaskNumbers || setup.m_Info.m_ReturnToTask))
         m_Switches.ReturnToLastTask();
     if (!list || !census) return;
-    Reserve<McuJob>(*list, census->m_Jobs);
-    Reserve(list->m_CustomJobs, census->m_Segments);
+    m_JobMemory = Reserve<McuJob>(*list, census->m_Jobs);
+    m_SegmentMemory = Reserve(list->m_CustomJobs, census->m_Segments);
+    m_SampleMemory = Reserve(list->m_ExtraInfos, census->m_Samples);
     Reserve(list->m_SourceMarks, census->m_SourceMarks);
-    Reserve(list->m_ExtraInfos, census->m_Samples);
+}
+
+void RecordDecoder::MakeRoomFor(std::size_t records) {
+    if (!m_List) return;
+    ProvideFor<McuJob>(*m_List, m_JobMemory, records);
+    ProvideFor(m_List->m_CustomJobs, m_SegmentMemory, records);
+    ProvideFor(m_List->m_ExtraInfos, m_SampleMemory, records);
 }
 
 bool RecordDecoder::Accept(const RawRecord& record) {
@@ -66,7 +73,8 @@ const std::uint8_t* RecordDecoder::AcceptSwitches(const std::uint8_t* records,
         const RawRecord record = framer.FrameSimply(bytes);
         if (m_ChecksFrames && record.m_Frame < clock.LastFrame()) break;
         const IdMeaning& meaning = m_Ids.SlotOf(record.m_Id);
-        if (!meaning.m_IsUsed || meaning.m_Kind >= RecordKind::kResume) break;
+        // The slot of an id that was never met is of the ignored kind.
+        if (meaning.m_Kind >= RecordKind::kResume) break;
         clock.AdvanceTo(record, state.m_Running->m_IsTick);
         m_Switches.SwitchPlainly(state, meaning, record, clock.Now());
         clock.Accept(record);
@@ -181,17 +189,27 @@ const IdMeaning& RecordDecoder::Learn(std::uint32_t word) {
     meaning.m_Kind = id.Kind(m_Setup.m_Form == LogForm::kHeaderless);
     switch (meaning.m_Kind) {
         // Ids without a meaning come in any number: they are not kept.
-        case RecordKind::kIgnored: return kNothing;
-        case RecordKind::kTask: NameTask(meaning, id, word); break;
-        case RecordKind::kIrq: NameIrq(meaning, id); break;
+        case RecordKind::kIgnored:
+            return kNothing;
+        case RecordKind::kTask:
+            NameTask(meaning, id, word);
+            break;
+        case RecordKind::kIrq:
+            NameIrq(meaning, id);
+            break;
         case RecordKind::kReturn:
             meaning.m_KeepsDepth = true;
             meaning.m_Step = -1;
             break;
-        case RecordKind::kResume: break;
+        case RecordKind::kResume:
+            break;
         case RecordKind::kFunctionEntry:
-        case RecordKind::kFunctionExit: meaning.m_Name = m_Functions.Intern(id.ShortName()); break;
-        case RecordKind::kSourceMark: meaning.m_Name = m_Events.InternMark(id.ShortName()); break;
+        case RecordKind::kFunctionExit:
+            meaning.m_Name = m_Functions.Intern(id.ShortName());
+            break;
+        case RecordKind::kSourceMark:
+            meaning.m_Name = m_Events.InternMark(id.ShortName());
+            break;
         case RecordKind::kHardwareStart:
         case RecordKind::kHardwareEnd:
             meaning.m_Name = m_Events.InternHardware(id.ShortName());

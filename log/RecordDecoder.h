@@ -17,6 +17,7 @@
 #include "log/RawRecord.h"
 #include "log/ReadReport.h"
 #include "log/SwitchTracker.h"
+#include "platform/MemoryAhead.h"
 
 class McuJobList;
 
@@ -28,16 +29,14 @@ struct DecoderSetup {
     LogForm m_Form = LogForm::kHeaderless;
     NameTables m_Names;
     int m_ExtraValues = 0;
-    std::array<ByteRange, 2> m_Extra;     // where they lie in a record
-    std::size_t m_PreviousBytes = 0;      // see ExtraSampler
-    std::uint32_t m_ExtraBefore = 0;      // bytes of them ahead of the frame number, headerless
+    std::array<ByteRange, 2> m_Extra;  // where they lie in a record
+    std::size_t m_PreviousBytes = 0;   // see ExtraSampler
+    std::uint32_t m_ExtraBefore = 0;   // bytes of them ahead of the frame number, headerless
 
     // Records carry what a sample needs.
     bool HasSamples() const { return m_Extra[0].m_Size + m_Extra[1].m_Size > 0; }
     // Frame numbers come from the counts.
-    bool ComputesFrames() const {
-        return m_Form == LogForm::kWithHeader && !m_Info.m_HasFrameNo;
-    }
+    bool ComputesFrames() const { return m_Form == LogForm::kWithHeader && !m_Info.m_HasFrameNo; }
 };
 
 // Turns framed records into the contents of a list: time first, then by kind to the trackers.
@@ -46,6 +45,9 @@ class RecordDecoder {
 public:
     // All borrowed. The census, if any, says how much room the list will need.
     RecordDecoder(const DecoderSetup&, McuJobList* list, const LogCensus* census);
+
+    // At most so many records follow before the next call: has the memory for them provided.
+    void MakeRoomFor(std::size_t records);
 
     // False: the record makes no sense after the one before it, and decoding ends.
     bool Accept(const RawRecord& record);
@@ -91,6 +93,9 @@ private:
     FunctionTracker m_Functions;
     EventTracker m_Events;
     ExtraSampler m_Sampler;
+    MemoryAhead m_JobMemory;
+    MemoryAhead m_SegmentMemory;
+    MemoryAhead m_SampleMemory;
     bool m_BeforeTime = true;
     bool m_ChecksFrames;
     bool m_HasSamples;  // records carry extra values

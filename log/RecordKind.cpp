@@ -18,12 +18,18 @@ RecordId::RecordId(std::uint32_t word)
 RecordKind RecordId::Kind(bool isHeaderless) const {
     const auto [b0, b1, b2, b3] = m_Bytes;
     switch (b0) {
-        case 0xE0: return RecordKind::kFunctionEntry;
-        case 0xE1: return RecordKind::kFunctionExit;
-        case 0xE2: return RecordKind::kSourceMark;
-        case 0xE3: return RecordKind::kHardwareStart;
-        case 0xE4: return RecordKind::kHardwareEnd;
-        default: break;
+        case 0xE0:
+            return RecordKind::kFunctionEntry;
+        case 0xE1:
+            return RecordKind::kFunctionExit;
+        case 0xE2:
+            return RecordKind::kSourceMark;
+        case 0xE3:
+            return RecordKind::kHardwareStart;
+        case 0xE4:
+            return RecordKind::kHardwareEnd;
+        default:
+            break;
     }
     if (b0 == kResumePattern && b1 == kResumePattern && b2 == kResumePattern)
         return b3 == kResumePattern && !isHeaderless ? RecordKind::kResume : RecordKind::kIgnored;

@@ -7,11 +7,11 @@
 namespace vesk {
 
 enum class RecordKind : std::uint8_t {
-    kTask,            // a task gets the processor
-    kIrq,             // an interrupt is entered
-    kReturn,          // return from an interrupt
-    kResume,          // the last task goes on
-    kFunctionEntry,   // from here on: no change of task or interrupt
+    kTask,           // a task gets the processor
+    kIrq,            // an interrupt is entered
+    kReturn,         // return from an interrupt
+    kResume,         // the last task goes on
+    kFunctionEntry,  // from here on: no change of task or interrupt
     kFunctionExit,
     kSourceMark,
     kHardwareStart,

@@ -8,34 +8,40 @@
 #include <string>
 #include <vector>
 
-#include "platform/LargeMemory.h"
+#include "platform/MemoryAhead.h"
 #include "platform/UserInterface.h"
 
 namespace vesk {
 
-// Reserves room for count elements, in large pages where the system has them. Without the memory
-// the read goes on; it may still fit.
+// Reserves room for count elements. Without the memory the read goes on; it may still fit.
+// Returns what provides the memory ahead of the elements, if it is new.
 template <class T>
-void Reserve(std::vector<T>& elements, std::uint64_t count) {
-    constexpr std::size_t kWorthLargePages = std::size_t{1} << 22;
+MemoryAhead Reserve(std::vector<T>& elements, std::uint64_t count) {
     try {
-        if (count <= elements.capacity()) return;
+        if (count <= elements.capacity()) return {};
         elements.reserve(count);
-        const std::size_t bytes = elements.capacity() * sizeof(T);
-        if (bytes >= kWorthLargePages) PreferLargePages(elements.data(), bytes);
+        return {elements.data(), elements.capacity() * sizeof(T)};
     } catch (const std::bad_alloc&) {
         OutputDebugStringA("out of memory");
     } catch (const std::length_error&) {
         OutputDebugStringA("out of memory");
     }
+    return {};
 }
 
 // The same with a count that is looked up by name; nothing for a name without a count.
 template <class T>
-void Reserve(std::vector<T>& elements, const std::map<std::string, std::uint64_t>& counts,
-             const std::string& name) {
-    if (const auto found = counts.find(name); found != counts.end())
-        Reserve(elements, found->second);
+MemoryAhead Reserve(std::vector<T>& elements, const std::map<std::string, std::uint64_t>& counts,
+                    const std::string& name) {
+    const auto found = counts.find(name);
+    return found == counts.end() ? MemoryAhead() : Reserve(elements, found->second);
+}
+
+// Has the memory of the next elements provided.
+template <class T>
+void ProvideFor(std::vector<T>& elements, MemoryAhead& memory, std::size_t count) {
+    const std::size_t needed = std::min(elements.size() + count, elements.capacity());
+    memory.Provide(elements.data() + needed);
 }
 
 // Lowers the capacity to the size. Costs a copy, but only where a count was off.

@@ -20,28 +20,22 @@ public:
 
     // Appends a record of this name, with no other field set.
     McuJob& AppendTo(std::vector<McuJob>& jobs, std::uint64_t start, std::uint64_t end) const {
-        if (m_Text.size() > kShort || jobs.size() == jobs.capacity()) [[unlikely]]
-            return AppendSlowly(jobs, start, end);
+        if (m_Length > McuJob::kShortName) [[unlikely]]
+            return AppendLong(jobs, start, end);
         return AppendShort(jobs, start, end);
     }
 
 private:
-    // What a string holds without memory of its own, in the common implementations.
-    static constexpr std::size_t kShort = 15;
-
+    // Flattened: the string's own constructor is otherwise a call, which would double the cost.
     [[gnu::flatten]] McuJob& AppendShort(std::vector<McuJob>& jobs, std::uint64_t start,
                                          std::uint64_t end) const {
-        McuJob& job = jobs.emplace_back(m_Padded.data(), kShort, start, end);
-        if (m_Length < kShort) job.m_Name.resize(m_Length);
-        return job;
+        return jobs.emplace_back(m_Padded.data(), m_Length, start, end);
     }
-    [[gnu::noinline, gnu::cold]] McuJob& AppendSlowly(std::vector<McuJob>& jobs,
-                                                      std::uint64_t start,
-                                                      std::uint64_t end) const;
+    McuJob& AppendLong(std::vector<McuJob>& jobs, std::uint64_t start, std::uint64_t end) const;
 
     std::string m_Text;
     std::size_t m_Length;
-    std::array<char, kShort + 1> m_Padded{};
+    std::array<char, McuJob::kShortName + 1> m_Padded{};
 };
 
 }  // namespace vesk

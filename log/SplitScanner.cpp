@@ -12,7 +12,9 @@ namespace vesk {
 
 namespace {
 
-std::uint32_t FrameBits(std::int32_t frame) { return static_cast<std::uint32_t>(frame); }
+std::uint32_t FrameBits(std::int32_t frame) {
+    return static_cast<std::uint32_t>(frame);
+}
 
 OfferedUnit MakeUnit(std::int64_t start, std::int64_t end, std::int32_t first, std::int32_t last,
                      std::uint32_t baseCount) {
@@ -74,8 +76,7 @@ std::vector<OfferedUnit> ScanFrameNumbers(const RangeRequest& request, std::int6
         if (!ReadFrameAt(request, start, first) ||
             !ReadFrameAt(request, start + (records - 1) * size, last))
             break;
-        const std::int64_t end =
-            records == perUnit ? start + records * size : request.m_FileEnd;
+        const std::int64_t end = records == perUnit ? start + records * size : request.m_FileEnd;
         units.push_back(MakeUnit(start, end, first, last, 0));
         start = end;
         left -= records;

@@ -6,7 +6,9 @@
 
 namespace vesk {
 
-std::int64_t TellPosition(std::FILE* stream) { return ftello(stream); }
+std::int64_t TellPosition(std::FILE* stream) {
+    return ftello(stream);
+}
 
 bool SeekTo(std::FILE* stream, std::int64_t position) {
     return fseeko(stream, static_cast<off_t>(position), SEEK_SET) == 0;

@@ -7,9 +7,9 @@
 namespace vesk {
 
 // File access with 64-bit positions, in bytes from the start of the file.
-std::int64_t TellPosition(std::FILE*);         // -1 where the stream has no position
+std::int64_t TellPosition(std::FILE*);  // -1 where the stream has no position
 bool SeekTo(std::FILE*, std::int64_t position);
-std::int64_t EndPosition(std::FILE*);          // leaves the stream at its end
+std::int64_t EndPosition(std::FILE*);  // leaves the stream at its end
 
 // Reads exactly size bytes; false, with the rest of the target untouched, at the end of the file.
 bool ReadBytes(std::FILE*, void* target, std::size_t size);

@@ -81,6 +81,13 @@ private:
     State m_State;
 };
 
+// The same as a conditional expression, but never a branch.
+inline JobName* Choose(bool condition, JobName* ifTrue, JobName* ifFalse) {
+    const std::uintptr_t mask = -static_cast<std::uintptr_t>(condition);
+    return reinterpret_cast<JobName*>((reinterpret_cast<std::uintptr_t>(ifTrue) & mask) |
+                                      (reinterpret_cast<std::uintptr_t>(ifFalse) & ~mask));
+}
+
 // No branch on the kind: kinds follow each other at random, and a wrong guess costs more than all
 // of this.
 inline JobName* SwitchTracker::Next(State& state, const IdMeaning& meaning) {
@@ -92,10 +99,10 @@ inline JobName* SwitchTracker::Next(State& state, const IdMeaning& meaning) {
     JobName*& below = m_Below[static_cast<std::size_t>(depth)];
     JobName* const returned = below;
     auto* const own = static_cast<JobName*>(meaning.m_Name);
-    auto* const left = static_cast<JobName*>(meaning.m_Below);
-    below = left ? left : returned;
-    state.m_LastTask = meaning.m_KeepsDepth ? state.m_LastTask : own;
-    return own ? own : returned;
+    const bool isReturn = meaning.m_Step < 0;
+    below = Choose(isReturn, returned, static_cast<JobName*>(meaning.m_Below));
+    state.m_LastTask = Choose(meaning.m_KeepsDepth, state.m_LastTask, own);
+    return Choose(isReturn, returned, own);
 }
 
 inline void SwitchTracker::Store(State& state, JobName* name, std::uint64_t end) {
@@ -118,8 +125,7 @@ inline void SwitchTracker::Begin(State& state, JobName* next, const RawRecord& r
 
 inline void SwitchTracker::SwitchPlainly(State& state, const IdMeaning& meaning,
                                          const RawRecord& record, std::uint64_t now) {
-    if (state.m_JobStart != 0 && state.m_Running != m_Nobody)
-        Store(state, state.m_Running, now);
+    if (state.m_JobStart != 0 && state.m_Running != m_Nobody) Store(state, state.m_Running, now);
     Begin(state, Next(state, meaning), record, now);
 }
 

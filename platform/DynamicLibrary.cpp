@@ -10,7 +10,9 @@ void* LoadDynamicLibrary(const std::string& path) {
     return dlopen(path.c_str(), RTLD_NOW | RTLD_LOCAL);
 }
 
-void* FindSymbol(void* library, const char* name) { return dlsym(library, name); }
+void* FindSymbol(void* library, const char* name) {
+    return dlsym(library, name);
+}
 
 void FreeDynamicLibrary(void* library) {
     if (library) dlclose(library);

@@ -12,12 +12,18 @@ vesk::UserInterface* current = &silent;
 
 }  // namespace
 
-int AfxMessageBox(const char* text, unsigned type) { return current->ShowMessage(text, type); }
+int AfxMessageBox(const char* text, unsigned type) {
+    return current->ShowMessage(text, type);
+}
 
-void OutputDebugStringA(const char* text) { current->DebugText(text); }
+void OutputDebugStringA(const char* text) {
+    current->DebugText(text);
+}
 
 vesk::ScopedUserInterface::ScopedUserInterface(UserInterface& other) : m_Previous(current) {
     current = &other;
 }
 
-vesk::ScopedUserInterface::~ScopedUserInterface() { current = m_Previous; }
+vesk::ScopedUserInterface::~ScopedUserInterface() {
+    current = m_Previous;
+}
