@@ -1,5 +1,7 @@
 #include "log/DecodingPass.h"
 
+#include <algorithm>
+
 #include "log/PacketFramer.h"
 #include "platform/Text.h"
 
@@ -101,7 +103,8 @@ bool DecodingPass::GoesOn() {
     const std::int64_t position = m_Source.Position();
     if (!m_Progress || position < m_NextProgress) return true;
     m_NextProgress = position + kProgressBytes;
-    return (*m_Progress)(m_DoneBefore + (position - m_Start), m_Total);
+    // The record that begins at the end of the range still belongs to it.
+    return (*m_Progress)(m_DoneBefore + (std::min(position, m_End) - m_Start), m_Total);
 }
 
 void DecodingPass::Report(ReadReport& report) const {

@@ -24,10 +24,11 @@ FunctionName* FunctionTracker::Intern(const std::string& text) {
 void FunctionTracker::Enter(FunctionName& function, const RawRecord& record, std::uint64_t now) {
     ++function.m_Entries;
     if (m_List) function.m_OpenCalls.Begin(now);
+    if (!function.m_WasEntered) m_Entered.push_back(&function);
     function.m_WasEntered = true;
     m_Stack.push_back(&function);
-    function.m_Open = function.m_IsKnown ? function.m_Open + 1 : 1;
-    function.m_IsKnown = true;
+    function.m_Open = IsKnown(function) ? function.m_Open + 1 : 1;
+    function.m_Epoch = m_Epoch;
     NextSegment(&function, kBeganAtEntry, nullptr, record, now);
 }
 
@@ -47,16 +48,16 @@ bool FunctionTracker::Leave(FunctionName& function, const RawRecord& record, std
 
 void FunctionTracker::Lose() {
     m_Stack.clear();
-    for (auto& [text, function] : m_Functions) function->m_IsKnown = false;
+    ++m_Epoch;
 }
 
 void FunctionTracker::EndOpenCalls(std::uint64_t now) {
-    if (!m_List) return;
-    for (auto& [text, function] : m_Functions) {
+    for (FunctionName* function : m_Entered) {
         for (const std::uint64_t start : function->m_OpenCalls.TakeAll())
             StoreCall(*function, start, now, kBeganAtEntry);
         function->m_WasEntered = false;
     }
+    m_Entered.clear();
 }
 
 void FunctionTracker::Finish(std::uint64_t now) {
@@ -89,7 +90,7 @@ void FunctionTracker::NextSegment(FunctionName* next, std::uint8_t flags,
         std::uint8_t ended = m_SegmentFlags;
         const bool ends = leaving && leaving == m_Segment;
         if (ends) ended |= kEndedAtExit;
-        if (ends && leaving->m_IsKnown && leaving->m_Open <= 0) ended |= kClosedLastCall;
+        if (ends && IsKnown(*leaving) && leaving->m_Open <= 0) ended |= kClosedLastCall;
         StoreSegment(ends ? now : 0, ended, now);
     }
     m_Segment = next;

@@ -21,7 +21,7 @@ struct FunctionName {
 
     SharedName m_Name;
     int m_Open = 0;                          // activations on the function stack
-    bool m_IsKnown = false;                  // entered since the last loss
+    std::uint64_t m_Epoch = 0;               // of the last entry: losses before it, plus 1
     bool m_WasEntered = false;               // has an entry among the open calls of the list
     std::uint64_t m_Entries = 0;             // function entry records
     std::uint64_t* m_Total = nullptr;        // in m_CustomNames, once a segment was stored
@@ -61,6 +61,8 @@ public:
     void Count(LogCensus&) const;
 
 private:
+    // Entered since the last loss.
+    bool IsKnown(const FunctionName& function) const { return function.m_Epoch == m_Epoch; }
     void CloseCall(FunctionName&, std::uint64_t now, const JobName* running);
     void NextSegment(FunctionName* next, std::uint8_t flags, const FunctionName* leaving,
                      const RawRecord&, std::uint64_t now);
@@ -73,6 +75,8 @@ private:
     const LogCensus* m_Census;
     std::map<std::string, std::unique_ptr<FunctionName>> m_Functions;
     std::vector<FunctionName*> m_Stack;
+    std::vector<FunctionName*> m_Entered;  // those with m_WasEntered
+    std::uint64_t m_Epoch = 1;             // losses, plus 1
 
     FunctionName* m_Segment = nullptr;  // function of the segment in progress
     std::uint64_t m_SegmentStart = 0;

@@ -11,7 +11,6 @@ namespace vesk {
 namespace {
 
 using testing::ElementsAre;
-using testing::IsEmpty;
 using testing::Pair;
 
 LogBuilder WithHeader() { return LogBuilder().WithHeader(1); }
@@ -36,7 +35,8 @@ TEST(Jobs, EndWhereTheNextOneBegins) {
     } cases[] = {
         {"tasks and an interrupt", LogBuilder().Task("MAIN", 100).Irq(3, 140).Task("IDLE", 150),
          {"MAIN 1-41", "IRQ0x03 41-51", "IDLE 51-151"}},
-        {"no records", LogBuilder(), {}},
+        {"no records", WithHeader(), {}},
+        {"less than a record", LogBuilder().Task("MAIN", 100).CutLastBytes(1), {}},
         {"counts of 0 do not move time",
          LogBuilder().Task("A", 0).Task("B", 0).Task("C", 50).Task("D", 100),
          {"C 1-51", "D 51-151"}},
@@ -148,14 +148,16 @@ TEST(Time, FollowsTheFormOfTheLog) {
 }
 
 TEST(Time, ComputedFrameNumbersStandInForThoseOfTheRecords) {
-    const LogBuilder log = LogBuilder().WithHeader(3).ComputedFrames(100, 50, 10);
+    const LogBuilder log = LogBuilder().WithHeader(3);
     // 25 counts: 2 frames; then 20 counts behind 70: 2 more.
-    ReadResult read = ReadWhole(LogBuilder(log).Task("A", 75).Task("B", 90));
+    ReadResult read =
+        ReadWhole(LogBuilder(log).ComputedFrames(100, 50, 10).Task("A", 75).Task("B", 90));
     ASSERT_EQ(Told(read.jobs), (Lines{"A 1-10016", "B 10016-10116"}));
     EXPECT_EQ(read.jobs[0].m_TimeStamp, 102);
     EXPECT_EQ(read.jobs[1].m_TimeStamp, 104);
-    // Counts of 0 are 4950 behind the base, 495 frames, and each starts over.
-    read = ReadWhole(LogBuilder(log).Task("A", 0).Task("B", 0).Task("C", 10).Task("D", 20));
+    // Counts of 0 do not move time, and each record up to the first other one starts over.
+    read = ReadWhole(LogBuilder(log).ComputedFrames(100, 0, 10).Task("A", 0).Task("B", 0)
+                         .Task("C", 10).Task("D", 20));
     ASSERT_EQ(Told(read.jobs), (Lines{"C 1-5011", "D 5011-5111"}));
     EXPECT_EQ(read.jobs[0].m_TimeStamp, 101);
 }
@@ -312,7 +314,7 @@ TEST(Functions, MakeSegmentsAndCalls) {
          {"LON 101-201 /7"}, {"LON 101-201 /5"}},
         {"a loss ends the call at the next switch",
          LogBuilder(packets).Task("N", 150).Enter("A", 200).Loss(9).Task("O", 300).Leave("A", 400),
-         {"A 101-0 /1"}, {"A 101-201 /1"}},
+         {"A 101-301 /3"}, {"A 101-201 /1"}},
         {"the gap of a loss before the first job counts for the call",
          LogBuilder(packets).Enter("A", 200).Loss(9).Task("N", 300), {"A 101-0 /1"},
          {"A 101-301 /1"}},
@@ -435,7 +437,7 @@ TEST(Samples, TheirRangeIsUnsigned) {
 }
 
 TEST(Samples, EachLogEndsWithOne) {
-    EXPECT_THAT(Told(ReadWhole(LogBuilder()).jobs.m_ExtraInfos), IsEmpty());
+    EXPECT_THAT(Told(ReadWhole(LogBuilder().Raw("8 bytes.")).jobs.m_ExtraInfos), ElementsAre("0 :"));
     EXPECT_THAT(Told(ReadWhole(WithHeader()).jobs.m_ExtraInfos), ElementsAre("0 :"));
     EXPECT_THAT(Told(ReadWhole(WithHeader().Task("A", 100).Task("B", 300)).jobs.m_ExtraInfos),
                 ElementsAre("201 B:"));

@@ -285,7 +285,7 @@ bool PlainHeader::LayOutExtraValues(const DataFormat& format, int firstExtraInde
         m_Info.m_HasFrameNo = true;
     }
     if (before >= 0 && after >= 0) return true;
-    return Fail("\"SA_LoggingNode_T\" of the database gives a negative number of extra values.");
+    return Fail("\"SA_LoggingNode_T\" gives a negative number of extra values.");
 }
 
 }  // namespace vesk

@@ -128,10 +128,12 @@ std::string RandomHeader::InitBlock() {
         const std::uint32_t tag = m_Dice.Of({0x103U, 0x104U, 0x999U});
         block += InitEntry(tag, m_Dice.Below(3));
     }
-    if (m_Dice.OnceIn(25)) {  // the last entry is no list of names
-        PutNumber(block, m_Dice.Of({0x103U, 0x104U, 0x200U}));
-        PutNumber(block, 5U);
-        block += "short";
+    if (m_Dice.OnceIn(7)) {  // no list of names; what comes after it stays unread
+        std::string entry;
+        PutNumber(entry, m_Dice.Of({0x103U, 0x104U, 0x200U}));
+        PutNumber(entry, 5U);
+        entry += "short";
+        block = m_Dice.Chance(50) ? block + entry : entry + block;
     }
     return block;
 }
