@@ -15,13 +15,11 @@ void SortByTotal(std::vector<NameSummary>& names) {
 // A short text lies within the string itself.
 std::uint64_t HeapBytesOf(const std::string& text) {
     static const std::size_t shortCapacity = std::string().capacity();
-    return text.capacity() > shortCapacity ? text.capacity() + 1 : 0;
+    return text.size() > shortCapacity ? text.size() + 1 : 0;
 }
 
 std::uint64_t MemoryOf(const std::vector<McuJob>& records) {
-    std::uint64_t bytes = records.capacity() * sizeof(McuJob);
-    for (const McuJob& record : records) bytes += HeapBytesOf(record.m_Name);
-    return bytes;
+    return records.capacity() * sizeof(McuJob);
 }
 
 std::uint64_t MemoryOf(const std::map<std::string, std::vector<McuJob>>& records) {
@@ -59,14 +57,18 @@ std::uint64_t CountAll(const std::map<std::string, std::vector<McuJob>>& records
     return count;
 }
 
+// By the names, not by the records: a walk over millions of them would take as long as a good part
+// of the read. Only tasks and interrupts have names that are longer than a string holds by itself.
 std::uint64_t MemoryOf(const McuJobList& list) {
     const std::vector<McuJob>& jobs = list;
     std::uint64_t bytes = MemoryOf(jobs) + MemoryOf(list.m_CustomJobs) +
                           MemoryOf(list.m_CustomJobsCS) + MemoryOf(list.m_SourceMarks) +
                           MemoryOf(list.m_HWJobs);
+    for (const auto& [name, count] : list.m_JobNames)
+        bytes += static_cast<std::uint64_t>(count) * HeapBytesOf(name);
     bytes += list.m_ExtraInfos.capacity() * sizeof(ExtraInfoRecord);
-    for (const ExtraInfoRecord& sample : list.m_ExtraInfos)
-        bytes += sample.m_Values.capacity() * sizeof(int) + HeapBytesOf(sample.m_Name);
+    bytes +=
+        list.m_ExtraInfos.size() * static_cast<std::uint64_t>(list.m_ExtraInfoNum) * sizeof(int);
     return bytes;
 }
 

@@ -25,7 +25,7 @@ std::vector<NameSummary> SummarizeFunctions(const McuJobList&);
 // Elements of all vectors of a map.
 std::uint64_t CountAll(const std::map<std::string, std::vector<McuJob>>&);
 
-// Bytes that the list's records take.
+// Bytes that the list's records take, long names of samples left out.
 std::uint64_t MemoryOf(const McuJobList&);
 
 }  // namespace vesk

@@ -3,6 +3,7 @@
 #include <cstdint>
 #include <vector>
 
+#include "log/HashSeed.h"
 #include "log/RecordKind.h"
 
 namespace vesk {
@@ -27,7 +28,7 @@ public:
     // The id's slot: with its meaning, or unused.
     IdMeaning& SlotOf(std::uint32_t id) {
         IdMeaning* const slots = m_Slots.data();
-        std::uint32_t i = (id * kMultiplier) >> m_Shift;
+        auto i = static_cast<std::uint32_t>((id * m_Multiplier) >> m_Shift);
         while (slots[i].m_Id != id && slots[i].m_IsUsed) i = (i + 1) & m_Mask;
         return slots[i];
     }
@@ -40,7 +41,6 @@ public:
 
 private:
     static constexpr std::uint32_t kFirstSize = 2048;
-    static constexpr std::uint32_t kMultiplier = 0x9E3779B1;
 
     void Grow() {
         std::vector<IdMeaning> old(m_Slots.size() * 2);
@@ -54,7 +54,8 @@ private:
     std::vector<IdMeaning> m_Slots;
     std::size_t m_Used = 0;
     std::uint32_t m_Mask = kFirstSize - 1;
-    int m_Shift = 21;  // 32 - log2 of the number of slots
+    std::uint64_t m_Multiplier = HashMultiplier();
+    int m_Shift = 53;  // 64 - log2 of the number of slots
 };
 
 }  // namespace vesk

@@ -18,8 +18,10 @@
 #include "platform/CString.h"
 
 namespace vesk {
+class DecodingPass;
 class ExtraSampler;
 struct DecoderSetup;
+struct LogCensus;
 }  // namespace vesk
 
 // Everything that a log yields, and the reader that fills it. The base class is the job vector:
@@ -225,6 +227,8 @@ public:
 private:
     bool ReadHeaderless(const std::string& path, std::FILE*, std::string& error);
     bool Decode(std::FILE*, const vesk::DecoderSetup& setup, std::int64_t end, std::string& error);
+    void StoreRecords(vesk::DecodingPass&, const vesk::DecoderSetup& setup,
+                      const vesk::LogCensus& census, std::int64_t total, std::string& error);
     bool Cancel();
     void TrimAll();
     friend class vesk::ExtraSampler;

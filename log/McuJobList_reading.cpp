@@ -68,6 +68,17 @@ std::size_t PreviousBytes(const HeaderInfo& info, const std::vector<ExtraParsing
     return bytes;
 }
 
+vesk::ReadOutcome OutcomeOf(vesk::DecodingPass::Result result) {
+    switch (result) {
+        case vesk::DecodingPass::Result::kEnded:
+            return vesk::ReadOutcome::kComplete;
+        case vesk::DecodingPass::Result::kCancelled:
+            return vesk::ReadOutcome::kCancelled;
+        default:
+            return vesk::ReadOutcome::kPartial;
+    }
+}
+
 bool NeedsRecords(const std::vector<ExtraParsingInfo>& items) {
     return std::any_of(items.begin(), items.end(),
                        [](const ExtraParsingInfo& item) { return item.m_Valid; });
@@ -257,33 +268,41 @@ bool McuJobList::Decode(std::FILE* file, const vesk::DecoderSetup& setup, std::i
     m_Report.m_RangeStart = start;
     m_Report.m_RangeEnd = end;
     const std::int64_t total = 2 * (std::min(vesk::EndPosition(file), end) - start);
-
     vesk::LogCensus census;
     if (!vesk::CensusTaker(file, start, end, setup).Take(m_Progress, total, census))
         return Cancel();
-
     vesk::SeekTo(file, start);
-    vesk::RecordDecoder decoder(setup, this, &census);
     vesk::DecodingPass pass(file, start, end, setup);
+    try {
+        StoreRecords(pass, setup, census, total, error);
+    } catch (const std::bad_alloc&) {
+        // Not even the names fit: the jobs stand without them.
+        m_Report.m_Outcome = vesk::ReadOutcome::kPartial;
+    }
+    if (m_Report.m_Outcome == vesk::ReadOutcome::kCancelled) return Cancel();
+    ReleasePlugins();
+    TrimAll();
+    return m_Report.m_Outcome == vesk::ReadOutcome::kComplete;
+}
+
+void McuJobList::StoreRecords(vesk::DecodingPass& pass, const vesk::DecoderSetup& setup,
+                              const vesk::LogCensus& census, std::int64_t total,
+                              std::string& error) {
+    vesk::RecordDecoder decoder(setup, this, &census);
     auto result = vesk::DecodingPass::Result::kError;
     try {
         result = pass.Run(decoder, m_Progress, total / 2, total);
-        if (result == vesk::DecodingPass::Result::kCancelled) return Cancel();
         error += pass.Error();
-        decoder.Finish();
+        if (result != vesk::DecodingPass::Result::kCancelled) decoder.Finish();
     } catch (const std::bad_alloc&) {
         result = vesk::DecodingPass::Result::kError;
         error += kOutOfMemory;
     }
-    const bool isComplete = result == vesk::DecodingPass::Result::kEnded;
     pass.Report(m_Report);
     m_Report.m_IgnoredRecords = decoder.IgnoredRecords();
     m_Report.m_UnmatchedExits = decoder.UnmatchedExits();
-    m_Report.m_Outcome = isComplete ? vesk::ReadOutcome::kComplete : vesk::ReadOutcome::kPartial;
+    m_Report.m_Outcome = OutcomeOf(result);
     decoder.HandOver();
-    ReleasePlugins();
-    TrimAll();
-    return isComplete;
 }
 
 bool McuJobList::Cancel() {

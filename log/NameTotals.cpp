@@ -8,15 +8,14 @@ namespace vesk {
 namespace {
 
 // Names are short: the first eight bytes and the length tell most of them apart.
-std::size_t HashOf(const std::string& name) {
+std::size_t HashOf(const std::string& name, std::uint64_t multiplier) {
     std::uint64_t first = 0;
     if (name.size() <= 8) {
         for (const char c : name) first = first << 8 | static_cast<std::uint8_t>(c);
     } else {
         for (const char c : name) first = first * 31 + static_cast<std::uint8_t>(c);
     }
-    constexpr std::uint64_t kMultiplier = 0x9E3779B97F4A7C15;
-    return static_cast<std::size_t>(((first ^ name.size() << 56) * kMultiplier) >> 32);
+    return static_cast<std::size_t>(((first ^ name.size() << 56) * multiplier) >> 32);
 }
 
 }  // namespace
@@ -38,7 +37,7 @@ void NameTotals::MoveTo(std::map<std::string, std::uint64_t>& totals) const {
 
 NameTotals::Slot& NameTotals::SlotOf(const std::string& name) {
     const std::size_t mask = m_Slots.size() - 1;
-    std::size_t i = HashOf(name) & mask;
+    std::size_t i = HashOf(name, m_Multiplier) & mask;
     while (m_Slots[i].m_Name && *m_Slots[i].m_Name != name) i = (i + 1) & mask;
     return m_Slots[i];
 }

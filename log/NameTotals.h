@@ -5,6 +5,8 @@
 #include <string>
 #include <vector>
 
+#include "log/HashSeed.h"
+
 namespace vesk {
 
 // Sums per name over many records: a flat hash table on the text, because a walk over millions of
@@ -31,6 +33,7 @@ private:
 
     std::vector<Slot> m_Slots;
     std::size_t m_Used = 0;
+    std::uint64_t m_Multiplier = HashMultiplier();
 };
 
 }  // namespace vesk

@@ -106,13 +106,15 @@ inline JobName* SwitchTracker::Next(State& state, const IdMeaning& meaning) {
 }
 
 inline void SwitchTracker::Store(State& state, JobName* name, std::uint64_t end) {
+    if (m_Jobs) {
+        // First what can fail for lack of memory.
+        McuJob& job = name->m_Name.AppendTo(*m_Jobs, state.m_JobStart, end);
+        job.m_TimeStamp = state.m_JobFrame;
+        job.m_TimeCount = state.m_JobCount;
+        ++name->m_Jobs;
+        name->m_Total += end - state.m_JobStart;
+    }
     ++state.m_Jobs;
-    if (!m_Jobs) return;
-    ++name->m_Jobs;
-    name->m_Total += end - state.m_JobStart;
-    McuJob& job = name->m_Name.AppendTo(*m_Jobs, state.m_JobStart, end);
-    job.m_TimeStamp = state.m_JobFrame;
-    job.m_TimeCount = state.m_JobCount;
 }
 
 inline void SwitchTracker::Begin(State& state, JobName* next, const RawRecord& record,

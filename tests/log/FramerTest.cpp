@@ -55,7 +55,7 @@ TEST(PlainFramer, ReadsTheRecordThatBeginsAtTheEndOfTheRange) {
         std::int64_t end;
         std::size_t records;
         bool wantsMore;
-    } cases[] = {{40, 1, false},  {51, 1, false},     {52, 2, false}, {148, 10, false},
+    } cases[] = {{40, 1, false},   {51, 1, false},  {52, 2, false}, {148, 10, false},
                  {159, 10, false}, {160, 10, true}, {39, 0, false}, {kNoEnd, 10, true}};
     for (const auto& c : cases) {
         SCOPED_TRACE(c.end);
@@ -114,7 +114,9 @@ std::string Data(char sequence, const std::string& payload) {
     return Packet('\xC8', sequence, payload);
 }
 
-std::string Loss(std::uint32_t bytes) { return std::string("\xC5\0?", 3) + Words({bytes}); }
+std::string Loss(std::uint32_t bytes) {
+    return std::string("\xC5\0?", 3) + Words({bytes});
+}
 
 // Id, count and frame number of each record; 12 bytes unless told otherwise.
 class PacketEvents {
@@ -167,22 +169,29 @@ TEST(PacketFramer, AssemblesRecordsAndNamesDamage) {
         std::vector<std::string> events;
     } cases[] = {
         {"nothing", "", {"end"}},
-        {"two records", Data(0, first) + Data(0, second),
+        {"two records",
+         Data(0, first) + Data(0, second),
          {"record 1 100 7", "record 2 200 8", "end"}},
-        {"losses have no payload", Loss(9) + Data(0, first) + Loss(0xFFFFFFFF),
+        {"losses have no payload",
+         Loss(9) + Data(0, first) + Loss(0xFFFFFFFF),
          {"loss 9", "record 1 100 7", "loss 4294967295", "end"}},
-        {"a wrong sequence number", Data(1, first) + Data(-1, first) + Data(0, second),
+        {"a wrong sequence number",
+         Data(1, first) + Data(-1, first) + Data(0, second),
          {"record 2 200 8", "end", "2 dropped"}},
-        {"a wrong packet", Data(0, first) + Packet('\xC7', 0, second),
+        {"a wrong packet",
+         Data(0, first) + Packet('\xC7', 0, second),
          {"record 1 100 7", kWrongId}},
         {"a payload too long", Data(0, first + "x"), {kWrongLength}},
         {"a payload beyond all sense", tooLong + Words({0xFFFFFFFF}), {kWrongLength}},
         {"a wrong length comes before a wrong sequence", Data(5, first + "x"), {kWrongLength}},
-        {"a record too short", Data(0, first.substr(4)),
+        {"a record too short",
+         Data(0, first.substr(4)),
          {"Incorrect VESK data. Header job size: 12, record size: 8"}},
-        {"an empty record", Data(0, ""),
+        {"an empty record",
+         Data(0, ""),
          {"Incorrect VESK data. Header job size: 12, record size: 0"}},
-        {"an end in a packet's header", Data(0, first) + Data(0, "").substr(0, 6),
+        {"an end in a packet's header",
+         Data(0, first) + Data(0, "").substr(0, 6),
          {"record 1 100 7", "end"}},
         {"an end behind it", Data(0, first).substr(0, 7), {"end"}},
         {"an end in the payload", Data(0, first).substr(0, 18), {"end"}},

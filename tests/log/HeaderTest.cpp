@@ -86,11 +86,11 @@ TEST(Header, IsRefusedWithATextThatSaysWhy) {
         {"job size 0 in version 1", RawHeader{.m_JobSize = 0}.Bytes(), kRefusal},
         {"half an item", RawHeader{.m_Items = std::string(8, '\0')}.Bytes(), kRefusal},
         {"items that are not there", RawHeader{.m_ItemBytes = 0xFFFFFFF0}.Bytes(), kRefusal},
-        {"an item beyond all sense",
-         RawHeader{.m_Items = Item(0x103, kTooManyBytes)}.Bytes(), kRefusal},
+        {"an item beyond all sense", RawHeader{.m_Items = Item(0x103, kTooManyBytes)}.Bytes(),
+         kRefusal},
         {"init data that are not there", RawHeader{.m_Init = Words({0x103, 1})}.Bytes(), kRefusal},
-        {"init data beyond all sense",
-         RawHeader{.m_Init = Words({0x103, 0xFFFFFFFF})}.Bytes(), kRefusal},
+        {"init data beyond all sense", RawHeader{.m_Init = Words({0x103, 0xFFFFFFFF})}.Bytes(),
+         kRefusal},
         {"init data that overrun their block",
          RawHeader{.m_Items = Item(0x103, 4), .m_Init = names, .m_InitBytes = 15}.Bytes(),
          kRefusal},
@@ -106,12 +106,11 @@ TEST(Header, IsRefusedWithATextThatSaysWhy) {
 }
 
 TEST(Header, IsRefusedWhereverTheFileEnds) {
-    const std::string whole =
-        RawHeader{.m_Format = 0x101,
-                  .m_Items = Item(0x103, 8) + Item(0x105, 0),
-                  .m_Init = Init(0x103, "1234567812345678"),
-                  .m_Origin = Words({1, 2})}
-            .Bytes();
+    const std::string whole = RawHeader{.m_Format = 0x101,
+                                        .m_Items = Item(0x103, 8) + Item(0x105, 0),
+                                        .m_Init = Init(0x103, "1234567812345678"),
+                                        .m_Origin = Words({1, 2})}
+                                  .Bytes();
     for (std::size_t length = 8; length < whole.size(); ++length) {
         SCOPED_TRACE(length);
         ExpectRefused(Read(whole.substr(0, length), WholeClock(), {}), kRefusal);
@@ -179,9 +178,9 @@ TEST(Header, OfPacketsMustSayWhereTheFieldsLie) {
              WholeClock(), {});
     const HeaderInfo& info = read.jobs.Report().m_Info;
     EXPECT_TRUE(read.jobs.m_IsKaldo && info.m_IsKaldo && info.m_HasKaldoFrameNo);
-    EXPECT_THAT((std::vector{info.m_KaldoFrameOffset, info.m_ContextIdOffset,
-                             info.m_KaldoCountOffset}),
-                ElementsAre(0, 4, 8));
+    EXPECT_THAT(
+        (std::vector{info.m_KaldoFrameOffset, info.m_ContextIdOffset, info.m_KaldoCountOffset}),
+        ElementsAre(0, 4, 8));
 }
 
 TEST(Header, FormatWordTellsTheForm) {
@@ -189,8 +188,8 @@ TEST(Header, FormatWordTellsTheForm) {
         std::uint32_t format;
         bool isTQCNT, hasFrame, returnsToTask;
     } cases[] = {
-        {0x001, true, true, false},  {0x011, true, true, false},  {0x021, true, true, true},
-        {0x002, false, true, false}, {0x022, false, true, true},  {0x101, true, false, false},
+        {0x001, true, true, false},   {0x011, true, true, false}, {0x021, true, true, true},
+        {0x002, false, true, false},  {0x022, false, true, true}, {0x101, true, false, false},
         {0x102, false, false, false}, {0x201, true, true, false}, {0xEFFFF001, true, true, false},
     };
     for (const auto& c : cases) {
@@ -250,29 +249,85 @@ TEST(Header, ItemsAndInitDataNameTheValues) {
         std::string text;
     } cases[] = {
         {"no items", "", "", {}, {}, 0, ""},
-        {"counters without names", Item(0x103, 8), "", {"ExtraInfo[0]", "ExtraInfo[1]"}, {0, 0}, 8, ""},
-        {"counters with names", Item(0x103, 8), Init(0x103, two), {"first", "second  "}, {0, 0}, 8, ""},
-        {"too few names", Item(0x103, 8), Init(0x103, "only one"),
-         {"ExtraInfo[0]", "ExtraInfo[1]"}, {0, 0}, 8, kUnmatched},
-        {"names of another length", Item(0x103, 4), Init(0x103, "twelve bytes"), {"ExtraInfo[0]"},
-         {0}, 4, ""},
-        {"names once only", Item(0x103, 4) + Item(0x103, 4), Init(0x103, "12345678"),
-         {"12345678", "ExtraInfo[1]"}, {0, 0}, 8, ""},
-        {"the first names stay", Item(0x103, 4), Init(0x103, "first   ") + Init(0x103, "second  "),
-         {"first   "}, {0}, 4, ""},
-        {"names fit the second item", Item(0x103, 4) + Item(0x103, 8), Init(0x103, two),
-         {"ExtraInfo[0]", "first", "second  "}, {0, 0, 0}, 12, ""},
+        {"counters without names",
+         Item(0x103, 8),
+         "",
+         {"ExtraInfo[0]", "ExtraInfo[1]"},
+         {0, 0},
+         8,
+         ""},
+        {"counters with names",
+         Item(0x103, 8),
+         Init(0x103, two),
+         {"first", "second  "},
+         {0, 0},
+         8,
+         ""},
+        {"too few names",
+         Item(0x103, 8),
+         Init(0x103, "only one"),
+         {"ExtraInfo[0]", "ExtraInfo[1]"},
+         {0, 0},
+         8,
+         kUnmatched},
+        {"names of another length",
+         Item(0x103, 4),
+         Init(0x103, "twelve bytes"),
+         {"ExtraInfo[0]"},
+         {0},
+         4,
+         ""},
+        {"names once only",
+         Item(0x103, 4) + Item(0x103, 4),
+         Init(0x103, "12345678"),
+         {"12345678", "ExtraInfo[1]"},
+         {0, 0},
+         8,
+         ""},
+        {"the first names stay",
+         Item(0x103, 4),
+         Init(0x103, "first   ") + Init(0x103, "second  "),
+         {"first   "},
+         {0},
+         4,
+         ""},
+        {"names fit the second item",
+         Item(0x103, 4) + Item(0x103, 8),
+         Init(0x103, two),
+         {"ExtraInfo[0]", "first", "second  "},
+         {0, 0, 0},
+         12,
+         ""},
         {"names of nothing", Item(0x103, 4), Init(0x999, "12345678"), {"ExtraInfo[0]"}, {0}, 4, ""},
         {"ratios", Item(0x104, 12), "", {"TwoRatios[0]", "TwoRatios[1]"}, {100, 100}, 12, ""},
-        {"ratios of a size of their own", Item(0x104, 4), "", {"TwoRatios[0]", "TwoRatios[1]"},
-         {100, 100}, 12, ""},
-        {"each kind has its own numbers", Item(0x104, 12) + Item(0x103, 4) + Item(0x104, 12),
-         Init(0x104, two), {"first", "second  ", "ExtraInfo[0]", "TwoRatios[2]", "TwoRatios[3]"},
-         {100, 100, 0, 100, 100}, 28, ""},
-        {"an unknown item takes its room", Item(0x777, 4) + Item(0x103, 4), Init(0x777, "12345678"),
-         {"ExtraInfo[0]"}, {0}, 8, ""},
-        {"an item outside of the record", Item(0x104, 20) + Item(0x103, 4), "",
-         {"TwoRatios[0]", "TwoRatios[1]"}, {100, 100}, 16, ""},
+        {"ratios of a size of their own",
+         Item(0x104, 4),
+         "",
+         {"TwoRatios[0]", "TwoRatios[1]"},
+         {100, 100},
+         12,
+         ""},
+        {"each kind has its own numbers",
+         Item(0x104, 12) + Item(0x103, 4) + Item(0x104, 12),
+         Init(0x104, two),
+         {"first", "second  ", "ExtraInfo[0]", "TwoRatios[2]", "TwoRatios[3]"},
+         {100, 100, 0, 100, 100},
+         28,
+         ""},
+        {"an unknown item takes its room",
+         Item(0x777, 4) + Item(0x103, 4),
+         Init(0x777, "12345678"),
+         {"ExtraInfo[0]"},
+         {0},
+         8,
+         ""},
+        {"an item outside of the record",
+         Item(0x104, 20) + Item(0x103, 4),
+         "",
+         {"TwoRatios[0]", "TwoRatios[1]"},
+         {100, 100},
+         16,
+         ""},
         {"overheads take no room", Item(0x105, 0) + Item(0x106, 0), "", {}, {}, 0, ""},
         {"half a value", Item(0x103, 6), "", {"ExtraInfo[0]"}, {0}, 6, ""},
     };
@@ -392,7 +447,9 @@ TEST(Headerless, IsRefusedWithATextThatSaysWhy) {
         {"no count", noCount, microseconds, "Failed to get \"USCNT\" field from database."},
         {"no clock", noClock, microseconds, kNoClock},
         {"no rate", noRate, microseconds, kNoClockValue},
-        {"a structure that ends before its fields", negative, {},
+        {"a structure that ends before its fields",
+         negative,
+         {},
          "\"SA_LoggingNode_T\" gives a negative number of extra values."},
     };
     for (const auto& c : cases) {

@@ -86,7 +86,8 @@ protected:
 TEST_P(Hostile, EveryPrefixHasAnOutcome) {
     const TemporaryFile file(m_Sample.m_Bytes);
     std::vector<std::size_t> lengths;
-    for (std::size_t length = 0; length < m_Sample.m_Bytes.size(); length += length < 2000 ? 1 : 997)
+    for (std::size_t length = 0; length < m_Sample.m_Bytes.size();
+         length += length < 2000 ? 1 : 997)
         lengths.push_back(length);
     std::size_t jobs = SIZE_MAX;
     for (auto length = lengths.rbegin(); length != lengths.rend(); ++length) {
@@ -160,7 +161,8 @@ Cost CostOf(Action action) {
     wait4(child, &status, 0, &usage);
     cost.m_Exited = WIFEXITED(status) && WEXITSTATUS(status) == 0;
     for (const timeval& time : {usage.ru_utime, usage.ru_stime})
-        cost.m_Seconds += static_cast<double>(time.tv_sec) + static_cast<double>(time.tv_usec) / 1e6;
+        cost.m_Seconds +=
+            static_cast<double>(time.tv_sec) + static_cast<double>(time.tv_usec) / 1e6;
     return cost;
 }
 
@@ -230,24 +232,44 @@ TEST(HostileFile, ClaimsOfAbsurdSizesCostNothing) {
     }
 }
 
+// Task records whose ids are the multiples of one number, as whoever knows how ids are looked up
+// would choose them: the product with that of the table counts up from 0.
+LogBuilder IdsThatShareASlot() {
+    constexpr std::uint32_t kInverse = 0x0E8B2F51;
+    static_assert(kInverse * 0x9E3779B1 == 1);
+    LogBuilder log;
+    for (std::uint32_t i = 0; i < 80000; ++i)
+        if ((i * kInverse & 0xFF) < 0x80) log.Id(i * kInverse, i % 5000);
+    return log;
+}
+
 // Each is a short file that asks for work out of proportion to its size.
 TEST(HostileFile, ManySmallThingsStayInProportion) {
     LogBuilder open, unmatched, names;
+    const LogBuilder sharing = IdsThatShareASlot();
     for (std::uint32_t i = 0; i < 40000; ++i) {
         open.Enter("f", i % 2);
         unmatched.Task(i % 2 ? "A" : "B", i).Enter("f", i).Leave("f", i);
         names.Id(i * 2654435761U, i);
     }
     for (std::uint32_t i = 0; i < 40000; ++i) open.Leave(i % 2 ? "f" : "g", i % 2);
+    LogBuilder losses = LogBuilder().Packets();
+    for (std::uint32_t i = 0; i < 40000; ++i)
+        losses.Enter({static_cast<char>(i % 200 + 1), static_cast<char>(i / 200 + 1)}, i).Loss(1);
+    for (std::uint32_t i = 0; i < 40000; ++i) losses.Loss(1).Task("A", 40000 + i);
     const struct {
         const char* what;
         const LogBuilder& log;
-    } cases[] = {{"calls that nest", open}, {"calls in passing", unmatched}, {"ids", names}};
+    } cases[] = {{"calls that nest", open},
+                 {"calls in passing", unmatched},
+                 {"losses among many functions", losses},
+                 {"ids", names},
+                 {"ids that share a slot of the table", sharing}};
     for (const auto& c : cases) {
         SCOPED_TRACE(c.what);
         const std::string bytes = c.log.Bytes();
         const Cost cost = CostOf([&] {
-            const ReadResult read = Read(bytes, {}, {});
+            const ReadResult read = Read(bytes, c.log.Database(), c.log.Host());
             EXPECT_TRUE(read.ok) << read.error;
         });
         EXPECT_TRUE(cost.m_Exited);

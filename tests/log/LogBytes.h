@@ -61,8 +61,8 @@ struct RawHeader {
 
 // "NAME START-END", and the flags behind a slash if there are any.
 inline std::string Told(const McuJob& job) {
-    std::string text = job.m_Name + " " + std::to_string(job.m_StartTime) + "-" +
-                       std::to_string(job.m_EndTime);
+    std::string text =
+        job.m_Name + " " + std::to_string(job.m_StartTime) + "-" + std::to_string(job.m_EndTime);
     return job.m_Flags == 0 ? text : text + " /" + std::to_string(job.m_Flags);
 }
 

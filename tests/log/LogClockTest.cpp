@@ -63,9 +63,9 @@ TEST(LogClock, DividesMicrosecondsByTheRatio) {
     } cases[] = {
         {1.0F, 100, 200},
         {2.0F, 100, 100},
-        {3.0F, 100, 66},                        // the rest is dropped
-        {1000000.0F / 1083333.0F, 100, 216},    // 200 * 1.083333 = 216.67
-        {kTiny, 101, 1073741824},               // 201 * 2^30: the low 32 bits
+        {3.0F, 100, 66},                      // the rest is dropped
+        {1000000.0F / 1083333.0F, 100, 216},  // 200 * 1.083333 = 216.67
+        {kTiny, 101, 1073741824},             // 201 * 2^30: the low 32 bits
         {kTiny, 100, 0},
     };
     for (const auto& c : cases) {

@@ -133,11 +133,10 @@ void VisitNumbers(McuJobList& l, Visit visit) {
                        &l.m_AreaStart, &l.m_AreaEnd, &l.m_TstSample, &l.m_TstStart, &l.m_TstEnd,
                        &l.m_BmStart, &l.m_BmEnd, &l.m_BmTaskStart, &l.m_BmTaskEnd})
         visit(*time, 0u);
-    for (auto* zero :
-         {&l.m_ExtraInfoNum, &l.m_StatMode, &l.m_StatContextSwitch, &l.m_StatDenominator,
-          &l.m_StatDeductOverhead, &l.m_TaskOverhead, &l.m_FunctionOverhead, &l.m_UsageType,
-          &l.m_AreaType, &l.m_BmSelect, &l.m_BmTaskSelect, &l.m_BmTaskMode,
-          &l.m_BmTaskContextSwitch})
+    for (auto* zero : {&l.m_ExtraInfoNum, &l.m_StatMode, &l.m_StatContextSwitch,
+                       &l.m_StatDenominator, &l.m_StatDeductOverhead, &l.m_TaskOverhead,
+                       &l.m_FunctionOverhead, &l.m_UsageType, &l.m_AreaType, &l.m_BmSelect,
+                       &l.m_BmTaskSelect, &l.m_BmTaskMode, &l.m_BmTaskContextSwitch})
         visit(*zero, 0);
     for (auto* none :
          {&l.m_UsageStartMarker, &l.m_UsageEndMarker, &l.m_AreaStartMarker, &l.m_AreaEndMarker,

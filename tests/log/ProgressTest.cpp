@@ -61,7 +61,8 @@ TEST(Progress, GoesSteadilyTowardsTheTotal) {
     const FollowedRead read(TasksAndMarks(), -1);
     EXPECT_TRUE(read.m_Read.ok) << read.m_Read.error;
     EXPECT_GE(read.m_Calls.size(), 4u);
-    ExpectSteadyProgress(read.m_Calls, 2 * (static_cast<std::int64_t>(TasksAndMarks().size()) - 1036));
+    ExpectSteadyProgress(read.m_Calls,
+                         2 * (static_cast<std::int64_t>(TasksAndMarks().size()) - 1036));
 }
 
 // The read takes one record more than the unit holds.

@@ -19,10 +19,9 @@ using Lines = std::vector<std::string>;
 // "START-END, frames FIRST to LAST", and the count that belongs to the first if it is not 0.
 std::string Told(const OfferedUnit& unit) {
     const SplitInterval& interval = unit.m_Interval;
-    std::string text = std::to_string(interval.m_StartPos) + "-" +
-                       std::to_string(interval.m_EndPos) + ", frames " +
-                       std::to_string(unit.m_FirstFrame) + " to " +
-                       std::to_string(unit.m_LastFrame);
+    std::string text =
+        std::to_string(interval.m_StartPos) + "-" + std::to_string(interval.m_EndPos) +
+        ", frames " + std::to_string(unit.m_FirstFrame) + " to " + std::to_string(unit.m_LastFrame);
     EXPECT_EQ(interval.m_FirstFrameNo, static_cast<std::uint32_t>(unit.m_FirstFrame));
     if (interval.m_BaseCount != 0) text += ", count " + std::to_string(interval.m_BaseCount);
     return text;
@@ -56,7 +55,9 @@ LogBuilder WithRecords(LogBuilder log, int records) {
     return log;
 }
 
-LogBuilder InPackets() { return LogBuilder().Packets().Uscnt(1U << 30, 1000, 1000); }
+LogBuilder InPackets() {
+    return LogBuilder().Packets().Uscnt(1U << 30, 1000, 1000);
+}
 
 // 1 KB is 85 records of 12 bytes, 128 of 8, 44 packets of 23 and one more.
 TEST(Units, HoldWholeRecordsOfEachForm) {
@@ -67,30 +68,53 @@ TEST(Units, HoldWholeRecordsOfEachForm) {
         std::int32_t unitKB;
         Lines units;
     } cases[] = {
-        {"frame numbers", WithRecords(LogBuilder(), 200), 1,
+        {"frame numbers",
+         WithRecords(LogBuilder(), 200),
+         1,
          {"0-1020, frames 0 to 84", "1020-2040, frames 85 to 169", "2040-2400, frames 170 to 199"}},
-        {"no rest", WithRecords(LogBuilder(), 170), 1,
+        {"no rest",
+         WithRecords(LogBuilder(), 170),
+         1,
          {"0-1020, frames 0 to 84", "1020-2040, frames 85 to 169"}},
-        {"one record too many", WithRecords(LogBuilder(), 86), 1,
+        {"one record too many",
+         WithRecords(LogBuilder(), 86),
+         1,
          {"0-1020, frames 0 to 84", "1020-1032, frames 85 to 85"}},
-        {"part of a record at the end", WithRecords(LogBuilder(), 90).CutLastBytes(5), 1,
+        {"part of a record at the end",
+         WithRecords(LogBuilder(), 90).CutLastBytes(5),
+         1,
          {"0-1020, frames 0 to 84", "1020-1075, frames 85 to 88"}},
-        {"a unit above the file", WithRecords(LogBuilder(), 90), 2000000000,
+        {"a unit above the file",
+         WithRecords(LogBuilder(), 90),
+         2000000000,
          {"0-1080, frames 0 to 89"}},
-        {"at least two records", WithRecords(LogBuilder().Extra(100, 150), 5), 1,
+        {"at least two records",
+         WithRecords(LogBuilder().Extra(100, 150), 5),
+         1,
          {"0-2024, frames 0 to 1", "2024-4048, frames 2 to 3", "4048-5060, frames 4 to 4"}},
-        {"behind a header", WithRecords(LogBuilder().WithHeader(1), 100), 1,
+        {"behind a header",
+         WithRecords(LogBuilder().WithHeader(1), 100),
+         1,
          {"32-1052, frames 0 to 84", "1052-1232, frames 85 to 99"}},
-        {"computed frame numbers", WithRecords(computed, 200), 1,
+        {"computed frame numbers",
+         WithRecords(computed, 200),
+         1,
          {"1036-2060, frames 101 to 228, count 60", "2060-2636, frames 229 to 300, count 1340"}},
-        {"no frame numbers: records count", WithRecords(LogBuilder().WithoutFrameNo(), 200), 1,
+        {"no frame numbers: records count",
+         WithRecords(LogBuilder().WithoutFrameNo(), 200),
+         1,
          {"0-1024, frames 1 to 128", "1024-1600, frames 129 to 200"}},
-        {"packets", WithRecords(InPackets(), 100), 1,
-         {"1036-2071, frames 0 to 44", "2071-3106, frames 45 to 89",
-          "3106-3336, frames 90 to 99"}},
-        {"losses take their room", WithRecords(InPackets().Loss(9).Loss(9).Loss(9).Loss(9), 46), 1,
+        {"packets",
+         WithRecords(InPackets(), 100),
+         1,
+         {"1036-2071, frames 0 to 44", "2071-3106, frames 45 to 89", "3106-3336, frames 90 to 99"}},
+        {"losses take their room",
+         WithRecords(InPackets().Loss(9).Loss(9).Loss(9).Loss(9), 46),
+         1,
          {"1036-2076, frames 0 to 43", "2076-2122, frames 44 to 45"}},
-        {"damage ends the units", WithRecords(InPackets(), 50).Packet(1, 0, ""), 1,
+        {"damage ends the units",
+         WithRecords(InPackets(), 50).Packet(1, 0, ""),
+         1,
          {"1036-2071, frames 0 to 44", "Incorrect Kaldo VESK file. Incorrect packet id."}},
         {"nothing to cut", LogBuilder().WithHeader(1), 1, {}},
         {"no unit size", WithRecords(LogBuilder(), 9), 0, {"Invalid unit size"}},
@@ -109,7 +133,8 @@ TEST(Units, AreReadWithTheFirstRecordOfTheNext) {
         std::int64_t number, start, end;
         std::uint64_t records;
         std::int32_t firstFrame, lastFrame;
-    } cases[] = {{0, 0, 1020, 86, 0, 85}, {1, 1020, 2040, 86, 85, 170}, {2, 2040, 2400, 30, 170, 199}};
+    } cases[] = {
+        {0, 0, 1020, 86, 0, 85}, {1, 1020, 2040, 86, 85, 170}, {2, 2040, 2400, 30, 170, 199}};
     for (const auto& c : cases) {
         SCOPED_TRACE(c.number);
         UnitChooser chooser(1, c.number);
@@ -126,8 +151,7 @@ TEST(Units, AreReadWithTheFirstRecordOfTheNext) {
 }
 
 TEST(Units, GoOnWithComputedFrameNumbersAsInTheWholeLog) {
-    const LogBuilder log =
-        WithRecords(LogBuilder().WithHeader(3).ComputedFrames(100, 50, 10), 200);
+    const LogBuilder log = WithRecords(LogBuilder().WithHeader(3).ComputedFrames(100, 50, 10), 200);
     const ReadResult whole = Read(log);
     UnitChooser second(1, 1);
     const ReadResult read = ReadChosen(log, second);
@@ -164,8 +188,8 @@ TEST(Frames, AreReadWithTheUnitsThatHoldThem) {
     const LogBuilder log = WithRecords(LogBuilder(), 200);
     const struct {
         std::int64_t first, last, start, end;
-    } cases[] = {{0, 84, 0, 1020},        {84, 85, 0, 2040},      {100, 100, 1020, 2040},
-                 {-50, 1000, 0, 2400},    {199, 5000, 2040, 2400}, {170, 170, 2040, 2400}};
+    } cases[] = {{0, 84, 0, 1020},     {84, 85, 0, 2040},       {100, 100, 1020, 2040},
+                 {-50, 1000, 0, 2400}, {199, 5000, 2040, 2400}, {170, 170, 2040, 2400}};
     for (const auto& c : cases) {
         SCOPED_TRACE(c.first);
         FrameChooser chooser(1, c.first, c.last);
@@ -199,9 +223,8 @@ TEST(Choice, IsAskedWithTheSizeInStartedKilobytes) {
     const struct {
         std::size_t bytes;
         std::string asked;
-    } cases[] = {{1024, "1 KB, 0-1024, \"\" 0"},
-                 {1025, "2 KB, 0-1025, \"\" 0"},
-                 {8, "1 KB, 0-8, \"\" 0"}};
+    } cases[] = {
+        {1024, "1 KB, 0-1024, \"\" 0"}, {1025, "2 KB, 0-1025, \"\" 0"}, {8, "1 KB, 0-8, \"\" 0"}};
     for (const auto& c : cases) {
         FixedChoice chooser;
         Read(std::string(c.bytes, 'x'), {}, {},
@@ -259,7 +282,10 @@ TEST(FrameOrigin, IsCarriedBackOverTheRecordsAheadOfTheLength) {
         std::uint32_t firstFrame, baseCount;
         std::vector<std::int32_t> frames;
     } cases[] = {
-        {"three records, two frames each", log(100, 1000, 536, {940, 960, 980, 1000}), 94, 940,
+        {"three records, two frames each",
+         log(100, 1000, 536, {940, 960, 980, 1000}),
+         94,
+         940,
          {94, 96, 98, 100}},
         {"part of a frame counts whole", log(100, 1000, 520, {995, 1000}), 99, 990, {99, 100}},
         {"back over a wrap", log(100, 10, 528, {4990, 5, 10}), 98, 4990, {98, 99, 100}},
@@ -267,7 +293,10 @@ TEST(FrameOrigin, IsCarriedBackOverTheRecordsAheadOfTheLength) {
         {"a length of 512", log(100, 1000, 512, {1000, 1010}), 100, 1000, {100, 101}},
         {"a negative length", log(100, 1000, -1, {1000, 1010}), 100, 1000, {100, 101}},
         {"a length beyond the file", log(100, 1000, 1 << 20, {1000, 1010}), 100, 1000, {100, 101}},
-        {"a length beyond all files", log(100, 1000, INT64_MAX, {1000, 1010}), 100, 1000,
+        {"a length beyond all files",
+         log(100, 1000, INT64_MAX, {1000, 1010}),
+         100,
+         1000,
          {100, 101}},
     };
     for (const auto& c : cases) {

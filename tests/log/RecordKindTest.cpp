@@ -17,28 +17,17 @@ TEST(RecordKind, IsTheSameInBothFormsButForResume) {
         std::uint32_t id;
         RecordKind kind;
     } cases[] = {
-        {Id('M', 'A', 'I', 'N'), kTask},
-        {Id(0, 0, 0, 0), kTask},
-        {Id(0x7F, 0xFF, 0xFF, 0xFF), kTask},
-        {Id('A', 0xAA, 0xAA, 'B'), kTask},
-        {Id(0x80, 0, 0, 0), kIgnored},
-        {Id(0x90, 1, 2, 3), kIgnored},
-        {Id(0xAA, 0xAA, 0xAA, 0xAA), kReturn},
-        {Id(0xAA, 0x01, 0xAA, 0xAA), kReturn},
-        {Id(0xAA, 0xAA, 0x01, 0xAA), kIgnored},
-        {Id(0x03, 0x00, 0xAA, 0xAA), kIrq},
-        {Id(0xFF, 0x01, 0xAA, 0xAA), kIrq},
-        {Id(0x03, 0x00, 0x55, 0xAA), kIrq},
-        {Id(0x83, 0x00, 0x55, 0xAA), kIgnored},
-        {Id(0xBB, 0xBB, 0xAA, 0xAA), kIrq},
-        {Id(0xBB, 0xBB, 0xBB, 0xAA), kIgnored},
-        {Id(0xBB, 0xBB, 0x00, 0xBB), kIgnored},
-        {Id(0xE0, 'f', 0, 0), kFunctionEntry},
-        {Id(0xE1, 'f', 0xAA, 0xAA), kFunctionExit},
-        {Id(0xE2, 'm', 0, 0), kSourceMark},
-        {Id(0xE3, 'h', 0, 0), kHardwareStart},
-        {Id(0xE4, 'h', 0, 0), kHardwareEnd},
-        {Id(0xE5, 'h', 0, 0), kIgnored},
+        {Id('M', 'A', 'I', 'N'), kTask},        {Id(0, 0, 0, 0), kTask},
+        {Id(0x7F, 0xFF, 0xFF, 0xFF), kTask},    {Id('A', 0xAA, 0xAA, 'B'), kTask},
+        {Id(0x80, 0, 0, 0), kIgnored},          {Id(0x90, 1, 2, 3), kIgnored},
+        {Id(0xAA, 0xAA, 0xAA, 0xAA), kReturn},  {Id(0xAA, 0x01, 0xAA, 0xAA), kReturn},
+        {Id(0xAA, 0xAA, 0x01, 0xAA), kIgnored}, {Id(0x03, 0x00, 0xAA, 0xAA), kIrq},
+        {Id(0xFF, 0x01, 0xAA, 0xAA), kIrq},     {Id(0x03, 0x00, 0x55, 0xAA), kIrq},
+        {Id(0x83, 0x00, 0x55, 0xAA), kIgnored}, {Id(0xBB, 0xBB, 0xAA, 0xAA), kIrq},
+        {Id(0xBB, 0xBB, 0xBB, 0xAA), kIgnored}, {Id(0xBB, 0xBB, 0x00, 0xBB), kIgnored},
+        {Id(0xE0, 'f', 0, 0), kFunctionEntry},  {Id(0xE1, 'f', 0xAA, 0xAA), kFunctionExit},
+        {Id(0xE2, 'm', 0, 0), kSourceMark},     {Id(0xE3, 'h', 0, 0), kHardwareStart},
+        {Id(0xE4, 'h', 0, 0), kHardwareEnd},    {Id(0xE5, 'h', 0, 0), kIgnored},
     };
     for (const auto& c : cases) {
         for (const bool isHeaderless : {false, true})
@@ -53,10 +42,8 @@ TEST(RecordId, NamesEndAtTheFirstZeroByte) {
         std::uint32_t id;
         std::string task, shortName;
     } cases[] = {
-        {Id('M', 'A', 'I', 'N'), "MAIN", "AIN"},
-        {Id('M', 'A', 0, 'N'), "MA", "A"},
-        {Id('M', 0, 'I', 'N'), "M", ""},
-        {Id(0, 'A', 'I', 'N'), "", "AIN"},
+        {Id('M', 'A', 'I', 'N'), "MAIN", "AIN"}, {Id('M', 'A', 0, 'N'), "MA", "A"},
+        {Id('M', 0, 'I', 'N'), "M", ""},         {Id(0, 'A', 'I', 'N'), "", "AIN"},
         {Id('M', ' ', ' ', 0), "M  ", "  "},
     };
     for (const auto& c : cases) {

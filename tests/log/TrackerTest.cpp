@@ -15,7 +15,9 @@ using testing::ElementsAre;
 using testing::IsEmpty;
 using testing::Pair;
 
-RawRecord Stamped(std::int32_t frame, std::uint32_t count) { return {0, count, 0, frame, nullptr}; }
+RawRecord Stamped(std::int32_t frame, std::uint32_t count) {
+    return {0, count, 0, frame, nullptr};
+}
 
 TEST(EventTracker, EndsAnEventThatStartsAgainJustBefore) {
     McuJobList list;
