@@ -18,11 +18,14 @@ namespace fs = std::filesystem;
 VeskFolder::VeskFolder() {
     m_Path = fs::temp_directory_path() / "vesk-test.XXXXXX";
     if (!mkdtemp(m_Path.data())) throw std::runtime_error("cannot make " + m_Path);
+    // A name without blanks, whatever the folder of the build is called.
+    fs::create_symlink(VESK_PROGRAM, m_Path + ".vesk");
 }
 
 VeskFolder::~VeskFolder() {
     std::error_code ignored;
     fs::remove_all(m_Path, ignored);
+    fs::remove(m_Path + ".vesk", ignored);
 }
 
 void VeskFolder::Write(const std::string& name, const std::string& content) const {
@@ -76,9 +79,9 @@ void VeskFolder::Pack(const std::string& from, const std::string& to,
 ProgramRun VeskFolder::Shell(const std::string& line) const {
     // What the run says lies beside the folder, so that it does not show up in it.
     const std::string out = m_Path + ".out", err = m_Path + ".err";
-    const std::string command = "cd '" + m_Path +
-                                "' && vesk='" VESK_PROGRAM "' && export vesk && { " + line +
-                                "; } > '" + out + "' 2> '" + err + "'";
+    const std::string command = "cd '" + m_Path + "' && vesk='" + m_Path +
+                                ".vesk' && export vesk && { " + line + "; } > '" + out + "' 2> '" +
+                                err + "'";
     const int status = std::system(command.c_str());
     ProgramRun run;
     run.code = WIFEXITED(status) ? WEXITSTATUS(status) : 128 + WTERMSIG(status);
