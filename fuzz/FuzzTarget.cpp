@@ -14,7 +14,9 @@ MemoryFile::MemoryFile(const std::uint8_t* bytes, std::size_t size)
     if (m_File < 0 || write(m_File, bytes, size) != static_cast<ssize_t>(size)) std::abort();
 }
 
-MemoryFile::~MemoryFile() { close(m_File); }
+MemoryFile::~MemoryFile() {
+    close(m_File);
+}
 
 TargetDatabase& TargetFor(std::uint8_t choice) {
     static TargetDatabase database;
