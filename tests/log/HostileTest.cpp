@@ -232,8 +232,8 @@ TEST(HostileFile, ClaimsOfAbsurdSizesCostNothing) {
     }
 }
 
-// Task records whose ids are the multiples of one number, as whoever knows how ids are looked up
-// would choose them: the product with that of the table counts up from 0.
+// Task records whose ids are chosen against a hash table with the usual multiplier: the products
+// count up from 0, so all ids would share one slot.
 LogBuilder IdsThatShareASlot() {
     constexpr std::uint32_t kInverse = 0x0E8B2F51;
     static_assert(kInverse * 0x9E3779B1 == 1);
@@ -264,7 +264,7 @@ TEST(HostileFile, ManySmallThingsStayInProportion) {
                  {"calls in passing", unmatched},
                  {"losses among many functions", losses},
                  {"ids", names},
-                 {"ids that share a slot of the table", sharing}};
+                 {"ids made to share a slot", sharing}};
     for (const auto& c : cases) {
         SCOPED_TRACE(c.what);
         const std::string bytes = c.log.Bytes();

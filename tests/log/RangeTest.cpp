@@ -126,7 +126,7 @@ TEST(Units, HoldWholeRecordsOfEachForm) {
     }
 }
 
-// A second name for a time counts from the log's first record, so a unit's jobs begin at 1 again.
+// Time counts from the first record that is read, so a unit's jobs begin at 1 again.
 TEST(Units, AreReadWithTheFirstRecordOfTheNext) {
     const LogBuilder log = WithRecords(LogBuilder(), 200);
     const struct {
