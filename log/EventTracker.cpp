@@ -49,7 +49,6 @@ void EventTracker::Finish() {
     if (!m_List) return;
     for (auto& [text, name] : m_HardwareNames)
         if (name->m_Open) Store(*name);
-    m_List->m_SourceMarkShown.assign(m_List->m_SourceMarkNames.size(), true);
 }
 
 void EventTracker::Count(LogCensus& census) const {

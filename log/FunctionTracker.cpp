@@ -1,7 +1,5 @@
 #include "log/FunctionTracker.h"
 
-#include <algorithm>
-
 #include "log/McuJobList.h"
 #include "log/Reserve.h"
 
@@ -69,7 +67,6 @@ void FunctionTracker::Finish(std::uint64_t now) {
         if (function->m_WasEntered) m_List->m_TmpCustomJobsCS[text];
         if (function->m_Calls) SortNearlySorted(*function->m_Calls, StartsBefore);
     }
-    m_List->m_CustomShown.assign(m_List->m_CustomNames.size(), true);
 }
 
 void FunctionTracker::Count(LogCensus& census) const {

@@ -8,8 +8,9 @@
 
 namespace vesk {
 
-// What a record id means in the log at hand, worked out once per id.
-struct IdMeaning {
+// What a record id means in the log at hand, worked out once per id. The size is a power of two, so
+// that a slot is found without a multiplication.
+struct alignas(32) IdMeaning {
     std::uint32_t m_Id = 0;
     bool m_IsUsed = false;  // the slot holds an id
     RecordKind m_Kind = RecordKind::kIgnored;
@@ -17,7 +18,6 @@ struct IdMeaning {
     std::int8_t m_Step = 0;     // and how many more are then in progress
     void* m_Name = nullptr;     // JobName, FunctionName, MarkName or HardwareName, by kind
     void* m_Below = nullptr;    // JobName to which a later return to this level leads
-    void* m_Spare = nullptr;    // slots of a power of two are found without a multiplication
 };
 
 // Record id -> meaning: a flat hash table, because every record looks its id up.

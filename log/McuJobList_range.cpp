@@ -1,4 +1,3 @@
-#include "log/LittleEndian.h"
 #include "log/McuJobList.h"
 #include "log/SplitScanner.h"
 #include "log/StreamFile.h"

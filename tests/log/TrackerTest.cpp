@@ -64,7 +64,6 @@ TEST(EventTracker, MarksCarryTheirRecordsStamp) {
     EXPECT_EQ(list.m_SourceMarks[1].m_TimeStamp, 4);
     EXPECT_EQ(list.m_SourceMarks[1].m_TimeCount, 44u);
     EXPECT_THAT(list.m_SourceMarkNames, ElementsAre(Pair("m", 2)));
-    EXPECT_THAT(list.m_SourceMarkShown, ElementsAre(true));
 }
 
 // Jobs A from 10 to 20, B to 30, A to 40; then C runs.
