@@ -10,6 +10,7 @@
 #include "cli/Interrupt.h"
 #include "database/ElfTargetLoader.h"
 #include "database/JsonTargetLoader.h"
+#include "database/TargetFile.h"
 #include "log/HostValues.h"
 
 namespace vesk {
@@ -37,7 +38,7 @@ bool Exists(const std::string& path) {
 std::string FindTarget(const InputOptions& options) {
     if (!options.m_Target.empty()) return options.m_Target;
     for (const std::string& path : {options.m_Log, options.m_Header}) {
-        std::string beside = TargetPathBeside(path);
+        std::string beside = TargetFileBeside(WithoutPackingSuffix(path));
         if (!path.empty() && path != "-" && Exists(beside)) return beside;
     }
     return {};
@@ -141,12 +142,6 @@ ExitCode LogOpener::Outcome() const {
     if (m_Ok) return ExitCode::kComplete;
     const bool partial = m_List.Report().m_Outcome == ReadOutcome::kPartial;
     return partial ? ExitCode::kPartial : ExitCode::kRefused;
-}
-
-std::string TargetPathBeside(const std::string& logPath) {
-    std::filesystem::path path = WithoutPackingSuffix(logPath);
-    path.replace_extension(".target.json");
-    return path.string();
 }
 
 }  // namespace vesk

@@ -47,7 +47,4 @@ private:
     McuJobList& m_List;
 };
 
-// Where the target description of a log is looked for: NAME.target.json beside NAME.bin.
-std::string TargetPathBeside(const std::string& logPath);
-
 }  // namespace vesk

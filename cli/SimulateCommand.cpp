@@ -3,8 +3,9 @@
 #include <optional>
 #include <sstream>
 
-#include "cli/LogOpener.h"
+#include "cli/InputFile.h"
 #include "cli/OptionParsing.h"
+#include "database/TargetFile.h"
 #include "simulator/Simulator.h"
 
 namespace vesk {
@@ -32,7 +33,7 @@ ExitCode RunSimulate(const SimulatorOptions& options, const OutputOptions& outpu
     const Overwrite overwrite = output.WhatToDoWithFiles();
     OutputFile log(output.m_Path, overwrite);
     std::optional<OutputFile> target;
-    if (output.m_Path != "-") target.emplace(TargetPathBeside(output.m_Path), overwrite);
+    if (output.m_Path != "-") target.emplace(TargetFileBeside(WithoutPackingSuffix(output.m_Path)), overwrite);
 
     Simulator simulator(options);
     simulator.WriteLog([&](const char* bytes, std::size_t size) {

@@ -7,9 +7,9 @@
 
 namespace vesk {
 
-int Terminal::ShowMessage(const std::string& text, unsigned) {
-    m_Messages.push_back(text);
-    Say(text);
+int Terminal::ShowMessage(const Message& message) {
+    m_Messages.push_back(message.m_Text.Str());
+    Say(message.m_Text.Str());
     return IDOK;
 }
 

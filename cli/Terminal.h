@@ -13,7 +13,7 @@ namespace vesk {
 class Terminal : public UserInterface {
 public:
     // A message of the library; they are kept too.
-    int ShowMessage(const std::string& text, unsigned type) override;
+    int ShowMessage(const Message&) override;
 
     // A text of ours, which may have several lines.
     void Say(const std::string& text);

@@ -14,7 +14,7 @@
 #include "log/HostValues.h"
 #include "log/McuJobList.h"
 #include "platform/Text.h"
-#include "platform/UserInterface.h"
+#include "platform/HeadlessUserInterface.h"
 #include "tests/support/PlainReader.h"
 #include "tests/support/RandomLog.h"
 #include "tests/support/TemporaryFile.h"
@@ -53,7 +53,7 @@ public:
         HeadlessUserInterface boxes;
         ScopedUserInterface scope(boxes);
         TargetDatabase::Select(&m_Random.database);
-        HostValues& host = CurrentHostValues();
+        LiveHostValues host = CurrentHostValues();
         host.m_Capability = m_Random.options.capability;
         host.m_TickIRQ = m_Random.options.tickIRQ;
         host.m_FeatureLevel = m_Random.options.featureLevel;

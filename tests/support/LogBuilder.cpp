@@ -3,7 +3,7 @@
 #include <algorithm>
 #include <stdexcept>
 
-#include "platform/UserInterface.h"
+#include "platform/HeadlessUserInterface.h"
 #include "simulator/RecordIds.h"
 #include "simulator/TargetDescription.h"
 #include "tests/support/TemporaryFile.h"

@@ -1,0 +1,50 @@
+#pragma once
+
+#include <deque>
+#include <functional>
+#include <string>
+#include <vector>
+
+#include "platform/DialogUser.h"
+#include "platform/UserInterface.h"
+
+namespace vesk {
+
+// Stands in for a person: answers by scripts given beforehand, in their order, and keeps what it
+// was shown. A question without a script is cancelled and noted in m_Faults, so that nothing can
+// hang; so is a dialog that its script leaves open, and every action that failed.
+class HeadlessUserInterface : public UserInterface {
+public:
+    using DialogScript = std::function<void(DialogUser&)>;
+
+    ~HeadlessUserInterface() override = default;
+
+    // Answers of the questions to come.
+    void OnDialog(DialogScript script) { m_DialogScripts.push_back(std::move(script)); }
+    void OnFileDialog(const CString& path) { m_FileAnswers.push_back(path); }  // empty: cancel
+    void OnColorDialog(COLORREF color) { m_ColorAnswers.push_back(color); }
+    void OnMenu(unsigned command) { m_MenuAnswers.push_back(command); }  // 0: closed again
+
+    int ShowMessage(const Message&) override;
+    void DebugText(const std::string& text) override { m_DebugTexts.push_back(text); }
+    void RunDialog(CDialog&) override;
+    int RunFileDialog(CFileDialog&) override;
+    int RunColorDialog(CColorDialog&) override;
+    // Chooses by id; an item that is missing or disabled cannot be chosen.
+    unsigned RunMenu(CMenu&, CPoint, CWnd& owner) override;
+
+    std::vector<std::string> m_Messages;  // texts
+    std::vector<Message> m_MessageBoxes;  // the same with captions and kinds
+    std::vector<std::string> m_DebugTexts;
+    std::vector<std::string> m_DialogTitles;  // of all dialogs that were run
+    std::vector<std::string> m_FileFilters;   // of all file dialogs
+    std::vector<std::string> m_Faults;
+
+private:
+    std::deque<DialogScript> m_DialogScripts;
+    std::deque<CString> m_FileAnswers;
+    std::deque<COLORREF> m_ColorAnswers;
+    std::deque<unsigned> m_MenuAnswers;
+};
+
+}  // namespace vesk
