@@ -1,0 +1,57 @@
+#include "platform/UserInterface.h"
+#include "resources/Tables.h"
+
+namespace vesk {
+
+namespace {
+
+using enum ControlKind;
+constexpr int kDialog = -1;  // the dialog's own grid
+constexpr int kNoId = -1;
+
+constexpr int kLogGroup = 0;
+constexpr int kHeaderGroup = 3;
+constexpr ControlTemplate kNoHeader[] = {
+    {Group, kNoId, "Load Vesk file without header", kDialog, 0, 0, 1, 3},
+    {Edit, 1000, "", kLogGroup, 0, 0, 1, 1},
+    {Button, 1002, "...", kLogGroup, 0, 1, 1, 1},
+    {Group, kNoId, "Use header of Vesk file", kDialog, 1, 0, 1, 3},
+    {Edit, 1819, "", kHeaderGroup, 0, 0, 1, 1},
+    {Button, 1003, "...", kHeaderGroup, 0, 1, 1, 1},
+    {Button, IDOK, "&OK", kDialog, 2, 1, 1, 1, kDefault},
+    {Button, IDCANCEL, "&Cancel", kDialog, 2, 2, 1, 1},
+};
+
+constexpr int kFileGroup = 2;
+constexpr int kSettingGroup = 6;
+constexpr int kResultGroup = 11;
+constexpr ControlTemplate kSplitFile[] = {
+    {Button, IDOK, "OK", kDialog, 3, 1, 1, 1, kDefault},
+    {Button, IDCANCEL, "Cancel", kDialog, 3, 2, 1, 1},
+    {Group, kNoId, "Vesk file", kDialog, 0, 0, 1, 3},
+    {Label, 1820, "<VESK File>", kFileGroup, 0, 0, 1, 2, kWordWrap},
+    {Label, kNoId, "Size (KB):", kFileGroup, 1, 0, 1, 1},
+    {Label, 1822, "<size>", kFileGroup, 1, 1, 1, 1},
+    {Group, kNoId, "Split setting", kDialog, 1, 0, 1, 3},
+    {Radio, 1823, "Parse the whole file", kSettingGroup, 0, 0, 1, 3, kGroupStart},
+    {Radio, 1824, "Parse a small unit of the file.  Unit size (KB): ", kSettingGroup, 1, 0, 1, 1},
+    {Edit, 1821, "", kSettingGroup, 1, 1, 1, 1},
+    {Button, 1418, "Split", kSettingGroup, 1, 2, 1, 1},
+    {Group, kNoId, "Split result", kDialog, 2, 0, 1, 3},
+    {ListBox, 1825, "", kResultGroup, 1, 0, 1, 1},
+    {Label, kNoId, "Choose an interval (start timestamp ~ end timestamp) to parse:", kResultGroup,
+     0, 0, 1, 1},
+};
+
+constexpr DialogTemplate kDialogs[] = {
+    {312, "Display Vesk With Another Header File", kNoHeader},
+    {345, "Split  Vesk File", kSplitFile},
+};
+
+}  // namespace
+
+std::span<const DialogTemplate> Dialogs() {
+    return kDialogs;
+}
+
+}  // namespace vesk
