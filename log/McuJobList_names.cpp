@@ -21,7 +21,7 @@ void McuJobList::GetIRQName(std::map<int, std::string>& names, std::string& tick
     names.clear();
     for (int i = 0; i < kNamedIrqs; ++i)
         names[i] = vesk::FormatText("IRQ0x%02x", static_cast<unsigned>(i));
-    vesk::HostValues& host = vesk::CurrentHostValues();
+    const vesk::LiveHostValues host = vesk::CurrentHostValues();
     const EnumContent* codes =
         m_DBReady && m_GetEnumContent ? m_GetEnumContent("Irq_Code_Def_Enum") : nullptr;
     if (codes) {

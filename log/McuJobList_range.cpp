@@ -14,7 +14,7 @@ bool McuJobList::GetSplitFileInfo(const std::string& path, std::FILE* stream, He
     if (whcpLength > kPrefixBytes) vesk::CarryBackFrameOrigin(stream, info, whcpLength);
     if (m_RangeChooser) {
         const vesk::RangeChoice choice = m_RangeChooser->Choose(
-            {path, stream, info, sizeKB, start, end, m_SplitUnit.Str(), m_SplitChoice});
+            {path, stream, info, sizeKB, start, end, m_SplitUnit.Str(), m_SplitChoice, whcpLength});
         if (!choice.m_Accepted) {
             m_Report.m_Outcome = vesk::ReadOutcome::kCancelled;
             return false;

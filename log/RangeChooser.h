@@ -25,8 +25,9 @@ struct RangeRequest {
     std::int32_t m_SizeKB;     // of the whole range, rounded up
     std::int64_t m_FileStart;  // the whole range, file positions
     std::int64_t m_FileEnd;
-    std::string m_UnitText;    // unit size of the last choice, as the user typed it
-    std::int32_t m_SplitMode;  // last choice: 0 the whole file, 1 a unit
+    std::string m_UnitText;         // unit size of the last choice, as the user typed it
+    std::int32_t m_SplitMode;       // last choice: 0 the whole file, 1 a unit
+    std::int64_t m_WHCPLength = 0;  // as the log's tag says, 0 without one
 };
 
 // The answer. A default interval means the whole range.

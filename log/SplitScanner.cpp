@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <limits>
+#include <new>
 
 #include "log/LittleEndian.h"
 #include "log/PacketFramer.h"
@@ -16,6 +17,30 @@ std::uint32_t FrameBits(std::int32_t frame) {
     return static_cast<std::uint32_t>(frame);
 }
 
+// The units of one scan, as many as are wanted.
+class UnitList {
+public:
+    UnitList(std::size_t most, std::string& error) : m_Most(most), m_Error(error) {}
+
+    // False: there are enough, and the scan ends with a text.
+    bool Add(const OfferedUnit& unit) {
+        if (m_Units.size() < m_Most) {
+            m_Units.push_back(unit);
+            return true;
+        }
+        m_Error = "The file has more than " + std::to_string(m_Most) +
+                  " units of this size. The first ones are listed.";
+        return false;
+    }
+    void Fail(const std::string& error) { m_Error = error; }
+    std::vector<OfferedUnit> Take() { return std::move(m_Units); }
+
+private:
+    std::size_t m_Most;
+    std::string& m_Error;
+    std::vector<OfferedUnit> m_Units;
+};
+
 OfferedUnit MakeUnit(std::int64_t start, std::int64_t end, std::int32_t first, std::int32_t last,
                      std::uint32_t baseCount) {
     return {{start, end, FrameBits(first), baseCount}, first, last};
@@ -26,9 +51,7 @@ std::int64_t RecordsPerUnit(const RangeRequest& request, std::int64_t unitKB) {
     return std::max<std::int64_t>(2, unitKB * 1024 / request.m_Info.m_JobSize);
 }
 
-std::vector<OfferedUnit> ScanPackets(const RangeRequest& request, std::int64_t unitBytes,
-                                     std::string& error) {
-    std::vector<OfferedUnit> units;
+void WalkPackets(const RangeRequest& request, std::int64_t unitBytes, UnitList& units) {
     SeekTo(request.m_Stream, request.m_FileStart);
     ByteSource source(request.m_Stream, request.m_FileStart);
     PacketFramer framer(request.m_Info, std::numeric_limits<std::int64_t>::max());
@@ -42,15 +65,23 @@ std::vector<OfferedUnit> ScanPackets(const RangeRequest& request, std::int64_t u
         if (request.m_Info.m_HasKaldoFrameNo) last = framer.Record().m_Frame;
         if (first == -1) first = last;
         if (source.Position() <= unitStart + unitBytes) continue;
-        units.push_back(MakeUnit(unitStart, source.Position(), first, last, 0));
+        if (!units.Add(MakeUnit(unitStart, source.Position(), first, last, 0))) return;
         first = -1;
         unitStart = source.Position();
     }
     if (event == PacketFramer::Event::kError)
-        error = framer.Error();
+        units.Fail(framer.Error());
     else if (first != -1)
-        units.push_back(MakeUnit(unitStart, request.m_FileEnd, first, last, 0));
-    return units;
+        units.Add(MakeUnit(unitStart, request.m_FileEnd, first, last, 0));
+}
+
+// The size of a record comes from the file, and the file may really hold one of that size.
+void ScanPackets(const RangeRequest& request, std::int64_t unitBytes, UnitList& units) {
+    try {
+        WalkPackets(request, unitBytes, units);
+    } catch (const std::bad_alloc&) {
+        units.Fail("Failed to allocate Kaldo job size");
+    }
 }
 
 bool ReadFrameAt(const RangeRequest& request, std::int64_t record, std::int32_t& frame) {
@@ -64,8 +95,7 @@ bool ReadFrameAt(const RangeRequest& request, std::int64_t record, std::int32_t&
 
 // Only the first and last record of each unit are read. Labels come from whole records; the last
 // unit runs to the end of the file all the same.
-std::vector<OfferedUnit> ScanFrameNumbers(const RangeRequest& request, std::int64_t perUnit) {
-    std::vector<OfferedUnit> units;
+void ScanFrameNumbers(const RangeRequest& request, std::int64_t perUnit, UnitList& units) {
     const std::int64_t size = request.m_Info.m_JobSize;
     std::int64_t left = (request.m_FileEnd - request.m_FileStart) / size;
     std::int64_t start = request.m_FileStart;
@@ -75,13 +105,12 @@ std::vector<OfferedUnit> ScanFrameNumbers(const RangeRequest& request, std::int6
         std::int32_t last = 0;
         if (!ReadFrameAt(request, start, first) ||
             !ReadFrameAt(request, start + (records - 1) * size, last))
-            break;
+            return;
         const std::int64_t end = records == perUnit ? start + records * size : request.m_FileEnd;
-        units.push_back(MakeUnit(start, end, first, last, 0));
+        if (!units.Add(MakeUnit(start, end, first, last, 0))) return;
         start = end;
         left -= records;
     }
-    return units;
 }
 
 // Where frame numbers are computed every record counts. A headerless log without frame numbers
@@ -115,8 +144,7 @@ private:
     std::uint32_t m_Base;
 };
 
-std::vector<OfferedUnit> ScanAllRecords(const RangeRequest& request, std::int64_t perUnit) {
-    std::vector<OfferedUnit> units;
+void ScanAllRecords(const RangeRequest& request, std::int64_t perUnit, UnitList& units) {
     SeekTo(request.m_Stream, request.m_FileStart);
     ByteSource source(request.m_Stream, request.m_FileStart);
     FrameCounter counter(request.m_Info);
@@ -131,14 +159,12 @@ std::vector<OfferedUnit> ScanAllRecords(const RangeRequest& request, std::int64_
         open.m_LastFrame = counter.Frame();
         if (++inUnit < perUnit) continue;
         open.m_Interval.m_EndPos = source.Position();
-        units.push_back(open);
+        if (!units.Add(open)) return;
         inUnit = 0;
     }
-    if (inUnit > 0) {
-        open.m_Interval.m_EndPos = request.m_FileEnd;
-        units.push_back(open);
-    }
-    return units;
+    if (inUnit == 0) return;
+    open.m_Interval.m_EndPos = request.m_FileEnd;
+    units.Add(open);
 }
 
 std::uint32_t RecordBytes(const HeaderInfo& info) {
@@ -148,15 +174,21 @@ std::uint32_t RecordBytes(const HeaderInfo& info) {
 }  // namespace
 
 std::vector<OfferedUnit> ScanUnits(const RangeRequest& request, std::int64_t unitKB,
-                                   std::string& error) {
+                                   std::string& error, std::size_t mostUnits) {
     const HeaderInfo& info = request.m_Info;
     if (unitKB <= 0 || info.m_JobSize == 0) return {};
-    if (info.m_IsKaldo) return ScanPackets(request, unitKB * 1024, error);
-    // A job size that does not fit the records' fields tells nothing about where they lie.
-    if (info.m_JobSize != RecordBytes(info)) return {};
-    const std::int64_t perUnit = RecordsPerUnit(request, unitKB);
-    return info.m_HasFrameNo ? ScanFrameNumbers(request, perUnit)
-                             : ScanAllRecords(request, perUnit);
+    UnitList units(mostUnits, error);
+    if (info.m_IsKaldo) {
+        ScanPackets(request, unitKB * 1024, units);
+    } else if (info.m_JobSize == RecordBytes(info)) {
+        // A job size that does not fit the records' fields tells nothing about where they lie.
+        const std::int64_t perUnit = RecordsPerUnit(request, unitKB);
+        if (info.m_HasFrameNo)
+            ScanFrameNumbers(request, perUnit, units);
+        else
+            ScanAllRecords(request, perUnit, units);
+    }
+    return units.Take();
 }
 
 void CarryBackFrameOrigin(std::FILE* stream, HeaderInfo& info, std::int64_t whcpLength) {

@@ -250,7 +250,7 @@ TEST(Names, TheTickIsAskedForOnlyWhereTheTargetCountsFrames) {
     ASSERT_TRUE(list.registerDBCallback(TargetDatabase::LookUpFormat, TargetDatabase::LookUpEnum));
     std::map<int, std::string> names;
     std::string tick = "as before";
-    HostValues& host = CurrentHostValues();
+    LiveHostValues host = CurrentHostValues();
     host = HostValues{};
     host.m_Capability.m_Bytes[10] = 1;
     host.m_TickIRQ = 128;
