@@ -1,0 +1,251 @@
+#include "desktop/MainWindow.h"
+
+#include <QCloseEvent>
+#include <QFileInfo>
+#include <QLabel>
+#include <QMdiArea>
+#include <QMdiSubWindow>
+#include <QMenuBar>
+#include <QMimeData>
+#include <QStatusBar>
+#include <QTimer>
+#include <QToolBar>
+
+#include "desktop/CommandWidgets.h"
+#include "desktop/DesktopHost.h"
+#include "desktop/Information.h"
+#include "desktop/QtText.h"
+#include "desktop/QtUserInterface.h"
+#include "desktop/ReadProgressDialog.h"
+#include "desktop/StateFile.h"
+#include "desktop/UserState.h"
+#include "host/SummaryContent.h"
+#include "log/McuJobList.h"
+#include "platform/CMDIChildWnd.h"
+
+namespace vesk {
+
+namespace {
+
+constexpr unsigned kLibraryMenu = 128;
+constexpr unsigned kTimelineMenu = 203;
+constexpr unsigned kAccelerators = 128;
+constexpr unsigned kToolBar = 132;
+constexpr QSize kFirstSize{1100, 720};
+constexpr int kNoteTime = 10000;  // ms
+
+QStringList LocalFiles(const QMimeData& data) {
+    QStringList files;
+    for (const QUrl& url : data.urls())
+        if (url.isLocalFile()) files.append(url.toLocalFile());
+    return files;
+}
+
+// A text of any length that never widens the window.
+QLabel* MakeStatusLabel() {
+    auto* const label = new QLabel;
+    label->setTextFormat(Qt::PlainText);
+    label->setMinimumWidth(1);
+    label->setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Preferred);
+    return label;
+}
+
+}  // namespace
+
+MainWindow::MainWindow(QtUserInterface& user, DesktopHost& host, UserState& state, StateFile& file)
+    : m_ProgressDelay(ReadProgressDialog::kDelay),
+      m_Host(host),
+      m_State(state),
+      m_StateFile(file),
+      m_Frame(*this),
+      m_Session(host, state, Listener()),
+      m_Area(new QMdiArea) {
+    setAcceptDrops(true);
+    setCentralWidget(m_Area);
+    m_Area->setOption(QMdiArea::DontMaximizeSubWindowOnActivation);
+    m_Area->setHorizontalScrollBarPolicy(Qt::ScrollBarAsNeeded);
+    m_Area->setVerticalScrollBarPolicy(Qt::ScrollBarAsNeeded);
+    user.SetMainWindow(*this, *m_Area);
+    m_Frame.SetWindowText("veskview");
+    m_Frame.SetPeer(user.MakePeer(m_Frame));
+    m_Frame.LoadAccelTable(kAccelerators);
+    MakeMenus();
+    MakeStatusBar();
+    WatchAccelerators(*this, m_Frame);
+    connect(m_Area, &QMdiArea::subWindowActivated, this, [this] { FrameActivated(); });
+    resize(kFirstSize);
+    restoreGeometry(QByteArray::fromStdString(m_State.m_MainWindow));
+    m_Host.SetTabs(m_State.m_Tabs);
+    ShowChanges();
+}
+
+MainWindow::~MainWindow() {
+    // The area tells of frames that go with it; nobody is there to hear.
+    disconnect(m_Area, nullptr, this, nullptr);
+    m_Host.CloseFrames();
+}
+
+void MainWindow::Note(const QString& text) {
+    if (!text.isEmpty()) statusBar()->showMessage(text, kNoteTime);
+}
+
+LogSession::Listener MainWindow::Listener() {
+    return {[this] { return BeginRead(); }, [this] { m_Progress.reset(); },
+            [this] {
+                ShowChanges();
+                SaveState();
+            },
+            [this](const std::string& text) { Note(ToQt(text)); }};
+}
+
+ReadProgress MainWindow::BeginRead() {
+    m_Progress = std::make_unique<ReadProgressDialog>(this, m_ProgressDelay);
+    return
+        [this](std::int64_t done, std::int64_t total) { return m_Progress->Advance(done, total); };
+}
+
+// --- Menus and bars ----------------------------------------------------------------------------
+
+void MainWindow::MakeMenus() {
+    MakeFileMenu();
+    m_LibraryMenu.LoadMenu(kLibraryMenu);
+    m_TimelineMenu.LoadMenu(kTimelineMenu);
+    AddMenus(*menuBar(), m_LibraryMenu, m_Frame);
+    // The timeline's menu and that of the windows stand before the last one, "About".
+    QAction* const last = menuBar()->actions().last();
+    const QList<QAction*> before = menuBar()->actions();
+    AddMenus(*menuBar(), m_TimelineMenu, m_Frame);
+    m_TimelineAction = menuBar()->actions().at(before.size());
+    menuBar()->removeAction(last);
+    MakeWindowMenu(*menuBar()->addMenu("&Window"));
+    menuBar()->addAction(last);
+    if (const ToolBarTemplate* const bar = FindToolBar(kToolBar))
+        m_ToolBar = AddToolBar(*this, *bar, m_Frame);
+}
+
+void MainWindow::MakeFileMenu() {
+    QMenu* const menu = menuBar()->addMenu("&File");
+    // The accelerator table has the key.
+    menu->addAction("&Open...\tCtrl+O", this, [this] { m_Session.AskForLog(); });
+    menu->addAction("Open with another &header...", this,
+                    [this] { m_Session.AskForLogWithHeader(); });
+    menu->addAction("&Target description...", this, [this] { m_Session.AskForTarget(); });
+    m_RecentMenu = menu->addMenu("&Recent files");
+    connect(menu, &QMenu::aboutToShow, this, [this] { ListRecentFiles(); });
+    menu->addSeparator();
+    // Every frame's own menu has that key.
+    m_CloseAction = menu->addAction("&Close\tCtrl+W", this, [this] { CloseActiveFrame(); });
+    menu->addAction("E&xit", this, [this] { close(); })->setShortcut(QKeySequence("Ctrl+Q"));
+}
+
+void MainWindow::MakeWindowMenu(QMenu& menu) {
+    menu.addAction("&Cascade", m_Area, &QMdiArea::cascadeSubWindows);
+    menu.addAction("&Tile", m_Area, &QMdiArea::tileSubWindows);
+    menu.addSeparator();
+    connect(&menu, &QMenu::aboutToShow, this, [this, &menu] { ListWindows(menu); });
+}
+
+void MainWindow::ListWindows(QMenu& menu) {
+    constexpr qsizetype kFixed = 3;
+    for (QAction* const old : menu.actions().mid(kFixed)) delete old;
+    for (QMdiSubWindow* const window : m_Area->subWindowList()) {
+        QAction* const action =
+            menu.addAction(window->windowTitle().replace('&', "&&"), this,
+                           [this, window] { m_Area->setActiveSubWindow(window); });
+        action->setCheckable(true);
+        action->setChecked(window == m_Area->activeSubWindow());
+    }
+}
+
+void MainWindow::ListRecentFiles() {
+    m_RecentMenu->clear();
+    for (const LogFiles& files : m_State.m_Recent.All()) {
+        QString text = ToQt(files.m_Log);
+        if (!files.m_Header.empty()) text += " (header of " + ToQt(files.m_Header) + ')';
+        m_RecentMenu->addAction(text.replace('&', "&&"), this,
+                                [this, files] { m_Session.OpenRecent(files); });
+    }
+    m_RecentMenu->setEnabled(!m_RecentMenu->isEmpty());
+}
+
+void MainWindow::MakeStatusBar() {
+    m_LogLabel = MakeStatusLabel();
+    statusBar()->setContentsMargins(6, 0, 6, 0);
+    statusBar()->addWidget(m_LogLabel, 1);
+    for (QLabel** const label : {&m_TargetLabel, &m_SpanLabel, &m_JobsLabel}) {
+        *label = new QLabel;
+        (*label)->setTextFormat(Qt::PlainText);
+        (*label)->setContentsMargins(8, 0, 8, 0);
+        statusBar()->addPermanentWidget(*label);
+    }
+}
+
+// --- What changed ------------------------------------------------------------------------------
+
+void MainWindow::ShowChanges() {
+    ShowStatus();
+    m_CloseAction->setEnabled(m_Frame.MDIGetActive() != nullptr);
+    m_TimelineAction->setVisible(m_Host.ShowsTimeline());
+    if (m_ToolBar) UpdateToolBar(*m_ToolBar, m_Frame);
+}
+
+void MainWindow::ShowStatus() {
+    const McuJobList& log = m_Host.List();
+    const QString path = m_Session.IsOpen() ? ToQt(m_Session.Files().m_Log) : "No log is open.";
+    m_LogLabel->setText(path);
+    m_LogLabel->setToolTip(path.toHtmlEscaped());
+    for (QLabel* const label : {m_TargetLabel, m_SpanLabel, m_JobsLabel})
+        label->setVisible(m_Session.IsOpen());
+    const QString target = QFileInfo(ToQt(m_Host.TargetPath())).fileName();
+    m_TargetLabel->setText(target.isEmpty() ? "No target description" : target);
+    m_SpanLabel->setText(ToQt(GroupedNumber(log.m_EndTime)) + " QBit, " +
+                         ToQt(MillisecondsOf(log.m_EndTime)) + " ms");
+    m_JobsLabel->setText(ToQt(GroupedNumber(log.size())) + (log.size() == 1 ? " job" : " jobs"));
+}
+
+void MainWindow::OnCommandDone() {
+    ShowChanges();
+}
+
+// Also called when the last frame has gone, and then with it the log.
+void MainWindow::FrameActivated() {
+    if (m_Session.IsOpen() && !m_Frame.MDIGetActive()) m_Session.FrameClosed();
+    ShowChanges();
+}
+
+void MainWindow::CloseActiveFrame() {
+    if (m_Frame.MDIGetActive()) m_Frame.MDIGetActive()->OnClose();
+    FrameActivated();
+}
+
+void MainWindow::SaveState() {
+    m_State.m_Tabs = m_Host.Tabs();
+    m_State.m_MainWindow = saveGeometry().toStdString();
+    Note(m_StateFile.Save(m_State));
+}
+
+// --- Events ------------------------------------------------------------------------------------
+
+void MainWindow::closeEvent(QCloseEvent* event) {
+    SaveState();
+    m_Host.CloseFrames();
+    event->accept();
+}
+
+void MainWindow::dragEnterEvent(QDragEnterEvent* event) {
+    if (!LocalFiles(*event->mimeData()).isEmpty()) event->acceptProposedAction();
+}
+
+// Opened once the drop is over: whoever dragged must not wait for our dialogs.
+void MainWindow::dropEvent(QDropEvent* event) {
+    const QStringList files = LocalFiles(*event->mimeData());
+    if (files.isEmpty()) return;
+    event->acceptProposedAction();
+    QTimer::singleShot(0, this, [this, files] {
+        if (files.size() > 1)
+            Note(QString("Of %1 files the first one is opened.").arg(files.size()));
+        m_Session.Open({QFile::encodeName(files.first()).toStdString(), {}});
+    });
+}
+
+}  // namespace vesk

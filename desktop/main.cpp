@@ -1,0 +1,69 @@
+#include <QApplication>
+#include <QTimer>
+#include <cstdio>
+
+#include "desktop/AppIcon.h"
+#include "desktop/DesktopHost.h"
+#include "desktop/DisplayGuard.h"
+#include "desktop/MainWindow.h"
+#include "desktop/ProgramOptions.h"
+#include "desktop/QtUserInterface.h"
+#include "desktop/StateFile.h"
+#include "desktop/UserState.h"
+
+namespace {
+
+constexpr int kUsage = 2;
+
+std::unique_ptr<QApplication> MakeApplication(int& count, char** arguments) {
+    const vesk::DisplayGuard guard;
+    QApplication::setStyle("Fusion");  // the same look, light or dark, everywhere
+    auto application = std::make_unique<QApplication>(count, arguments);
+    QApplication::setApplicationName("veskview");
+    QApplication::setApplicationVersion(VESK_VERSION);
+    QApplication::setDesktopFileName("veskview");
+    QApplication::setWindowIcon(vesk::AppIcon());  // of the frames too
+    return application;
+}
+
+void OpenFromCommandLine(vesk::LogSession& session, const vesk::ProgramOptions& options) {
+    const vesk::LogFiles files{options.m_Log, {}};
+    const vesk::PartToRead part =
+        options.m_Whole ? vesk::PartToRead::kWhole : vesk::PartToRead::kAsk;
+    if (options.m_Target.empty()) {
+        session.Open(files, part);
+    } else {
+        session.Open(files, part, options.m_Target);
+    }
+}
+
+int RunViewer(const vesk::ProgramOptions& options) {
+    vesk::QtUserInterface user;
+    const vesk::ScopedUserInterface use(user);
+    vesk::DesktopHost host;
+    vesk::UserState state;
+    vesk::StateFile stateFile(vesk::StateFile::DefaultPath());
+    const QString note = stateFile.Load(state);
+    vesk::MainWindow window(user, host, state, stateFile);
+    window.show();
+    window.Note(note);
+    if (!options.m_Log.empty())
+        QTimer::singleShot(0, &window, [&] { OpenFromCommandLine(window.Session(), options); });
+    return QApplication::exec();
+}
+
+}  // namespace
+
+int main(int count, char** arguments) {
+    vesk::ProgramOptions options;
+    std::string error;
+    if (!vesk::ParseProgramOptions(count, arguments, options, error)) {
+        std::fprintf(stderr, "veskview: %s\n%s", error.c_str(), vesk::kProgramHelp);
+        return kUsage;
+    }
+    if (options.m_Help) std::fputs(vesk::kProgramHelp, stdout);
+    if (options.m_Version) std::puts("veskview " VESK_VERSION);
+    if (options.m_Help || options.m_Version) return 0;
+    const std::unique_ptr<QApplication> application = MakeApplication(count, arguments);
+    return RunViewer(options);
+}
