@@ -4,7 +4,7 @@
 
 #include "cli/LogSummary.h"
 #include "cli/TextEncoding.h"
-#include "cli/TimeText.h"
+#include "log/TimeText.h"
 #include "platform/Text.h"
 
 namespace vesk {

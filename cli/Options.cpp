@@ -5,7 +5,7 @@
 
 #include "cli/OptionParsing.h"
 #include "cli/TextEncoding.h"
-#include "cli/TimeText.h"
+#include "log/TimeText.h"
 
 namespace vesk {
 

@@ -33,7 +33,8 @@ ExitCode RunSimulate(const SimulatorOptions& options, const OutputOptions& outpu
     const Overwrite overwrite = output.WhatToDoWithFiles();
     OutputFile log(output.m_Path, overwrite);
     std::optional<OutputFile> target;
-    if (output.m_Path != "-") target.emplace(TargetFileBeside(WithoutPackingSuffix(output.m_Path)), overwrite);
+    if (output.m_Path != "-")
+        target.emplace(TargetFileBeside(WithoutPackingSuffix(output.m_Path)), overwrite);
 
     Simulator simulator(options);
     simulator.WriteLog([&](const char* bytes, std::size_t size) {

@@ -3,7 +3,7 @@
 #include <algorithm>
 
 #include "cli/TextEncoding.h"
-#include "cli/TimeText.h"
+#include "log/TimeText.h"
 
 namespace vesk {
 

@@ -4,18 +4,15 @@
 
 #include "host/McuColorMap.h"
 #include "log/McuJobList.h"
+#include "log/TimeText.h"
 #include "platform/Text.h"
 
 namespace vesk {
 
 namespace {
 
-double Milliseconds(std::uint64_t qbits) {
-    return static_cast<double>(qbits) * 120 / 130000;
-}
-
 std::string TimeText(std::uint64_t qbits) {
-    return GroupedNumber(qbits) + " QBit (" + FormatText("%.3f ms)", Milliseconds(qbits));
+    return GroupedNumber(qbits) + " QBit (" + MillisecondsText(qbits) + " ms)";
 }
 
 std::string FormText(const ReadReport& report) {
@@ -102,9 +99,7 @@ std::string GroupedNumber(std::uint64_t number) {
 
 std::vector<SummaryGroup> Summarize(const McuJobList& jobs) {
     const auto count = [](int n) { return GroupedNumber(static_cast<std::uint64_t>(n)); };
-    const auto duration = [](std::uint64_t qbits) {
-        return FormatText("%.3f ms", Milliseconds(qbits));
-    };
+    const auto duration = [](std::uint64_t qbits) { return MillisecondsText(qbits) + " ms"; };
     const auto size = [](const std::vector<McuJob>& events) {
         return GroupedNumber(events.size());
     };

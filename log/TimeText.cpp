@@ -1,4 +1,4 @@
-#include "cli/TimeText.h"
+#include "log/TimeText.h"
 
 #include <charconv>
 #include <cmath>
