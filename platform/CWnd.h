@@ -24,11 +24,13 @@ constexpr unsigned SIZE_RESTORED = 0;
 constexpr unsigned SIZE_MINIMIZED = 1;
 constexpr unsigned SIZE_MAXIMIZED = 2;
 
-// Flags of mouse messages: what is held down.
+// Flags of mouse messages and keys: what is held down.
 constexpr unsigned MK_LBUTTON = 0x01;
 constexpr unsigned MK_RBUTTON = 0x02;
 constexpr unsigned MK_SHIFT = 0x04;
 constexpr unsigned MK_CONTROL = 0x08;
+constexpr unsigned MK_MBUTTON = 0x10;
+constexpr unsigned MK_ALT = 0x20;
 
 // Where a window stands when it is normal, and how it is shown now.
 struct WINDOWPLACEMENT {
@@ -116,7 +118,11 @@ public:
     virtual void OnLButtonDown(unsigned /*flags*/, CPoint) {}
     virtual void OnLButtonUp(unsigned /*flags*/, CPoint) {}
     virtual void OnRButtonDown(unsigned /*flags*/, CPoint) {}
+    virtual void OnMButtonDown(unsigned /*flags*/, CPoint) {}
+    virtual void OnMButtonUp(unsigned /*flags*/, CPoint) {}
     virtual void OnMouseMove(unsigned /*flags*/, CPoint) {}
+    // Turned away from the user counts up, 120 to a notch.
+    virtual void OnMouseWheel(unsigned /*flags*/, int /*delta*/, CPoint) {}
     virtual void OnContextMenu(CWnd*, CPoint /*screen*/) {}
     virtual void OnKeyDown(unsigned /*key*/, unsigned /*repeat*/, unsigned /*flags*/) {}
     virtual void OnSetFocus(CWnd* /*previous*/) {}
