@@ -1,0 +1,55 @@
+#pragma once
+
+#include <cstdint>
+#include <vector>
+
+#include "timeline/TimeBlocks.h"
+
+class McuJobList;
+
+namespace vesk {
+
+// Least and greatest of every extra value over stretches of samples, so that a column's samples
+// need not be looked at one by one. Half a byte per value of a sample, and a little.
+class CurveIndex {
+public:
+    struct Range {
+        std::uint32_t m_Least = UINT32_MAX;
+        std::uint32_t m_Greatest = 0;
+        void Widen(const Range& other) {
+            m_Least = std::min(m_Least, other.m_Least);
+            m_Greatest = std::max(m_Greatest, other.m_Greatest);
+        }
+    };
+
+    explicit CurveIndex(const McuJobList&);  // borrowed
+
+    // Whether the samples ascend in time, as they do after a read.
+    bool IsAscending() const { return m_IsAscending; }
+    const TimeBlocks& Times() const { return m_Times; }
+
+    // --- Stretches -----------------------------------------------------------------------------
+
+    // Stretch i of a level holds the steps from samples [i * StepsAt, (i + 1) * StepsAt) to the
+    // ones behind them. Level 0 has the shortest stretches.
+    static constexpr int StepsAt(int level) { return kLeaf << 3 * level; }
+    int Levels() const { return static_cast<int>(m_Levels.size()); }
+    Range RangeOf(int level, int stretch, int value) const {
+        return m_Levels[static_cast<std::size_t>(
+            level)][static_cast<std::size_t>(stretch) * m_Values + static_cast<std::size_t>(value)];
+    }
+
+private:
+    static constexpr int kLeaf = 16;
+    static constexpr std::size_t kFanOut = 8;
+
+    void AddSamples(const McuJobList&);
+    void AddLevel();
+
+    std::size_t m_Values;
+    bool m_IsAscending = true;
+    TimeBlocks m_Times;
+    std::vector<std::vector<Range>> m_Levels;  // per stretch one of each value
+};
+
+}  // namespace vesk

@@ -1,0 +1,49 @@
+#pragma once
+
+#include <cstdint>
+#include <string>
+#include <vector>
+
+#include "log/McuJob.h"
+#include "timeline/NameColumn.h"
+#include "timeline/RecordOrder.h"
+
+namespace vesk {
+
+// What painting wants to know of one sequence of records under several names: jobs, function
+// segments or source marks. Built in one pass; about 1.3 bytes a record.
+class JobStripIndex {
+public:
+    explicit JobStripIndex(const std::vector<McuJob>& records);  // borrowed
+
+    const std::vector<McuJob>& Records() const { return m_Records; }
+    const NameColumn& Names() const { return m_Names; }
+
+    // --- One view ------------------------------------------------------------------------------
+
+    // Turns to records [first, last) as one span shows them. Costs what the columns cost, and
+    // nothing while the span stays the same: all lanes ask for it.
+    void Show(const TimeScale&, int first, int last);
+
+    // Records at the front that belong to no column and are to be looked at one by one.
+    int Leading() const { return m_Leading; }
+    const std::vector<RecordColumn>& Columns() const { return m_Columns; }
+    // Whether a record of the column has the name, its last record left out.
+    bool HasBeforeLast(std::size_t column, int name) const {
+        const auto bit = static_cast<std::size_t>(name);
+        return (m_Sets[column * m_Names.Words() + bit / 64] >> bit % 64 & 1) != 0;
+    }
+
+private:
+    const std::vector<McuJob>& m_Records;
+    RecordOrder m_Order;
+    NameColumn m_Names;
+    TimeScale m_Scale;
+    int m_First = 0;
+    int m_Last = 0;
+    int m_Leading = 0;
+    std::vector<RecordColumn> m_Columns;
+    std::vector<std::uint64_t> m_Sets;  // one per column
+};
+
+}  // namespace vesk

@@ -1,0 +1,64 @@
+#pragma once
+
+#include <array>
+#include <cstdint>
+#include <string>
+#include <string_view>
+#include <unordered_map>
+#include <vector>
+
+namespace vesk {
+
+// The names of a sequence of records as small numbers, counted from 0 in order of first use, and
+// which of them occur in any stretch of it. One byte a record up to 256 names, and about an
+// eighth of one.
+class NameColumn {
+public:
+    void Reserve(std::size_t records);
+    void Add(std::string_view name);
+    // After the last Add, before Collect.
+    void Finish();
+
+    int Names() const { return static_cast<int>(m_Texts.size()); }
+    // -1 for a name that does not occur.
+    int Find(const std::string& name) const;
+    int At(int record) const {
+        int name = 0;
+        for (std::size_t i = m_Planes.size(); i-- > 0;)
+            name = name << 8 | m_Planes[i][static_cast<std::size_t>(record)];
+        return name;
+    }
+
+    // Words that a set of names takes, one bit per name.
+    std::size_t Words() const { return m_Words; }
+    // Adds the names of records [first, last) to a set.
+    void Collect(int first, int last, std::uint64_t* set) const;
+
+private:
+    // A name looked up before, by its ends: both of them and the length are all of a short text.
+    struct Recent {
+        std::uint64_t m_Head = 0;
+        std::uint64_t m_Tail = 0;
+        std::size_t m_Length = 0;
+        int m_Name = -1;
+    };
+    static constexpr std::size_t kRecent = 1024;
+    static constexpr std::size_t kFanOut = 16;
+
+    int NumberOf(std::string_view);
+    int Intern(std::string_view);
+    void CollectRecords(std::size_t first, std::size_t last, std::uint64_t* set) const;
+    void CollectBlocks(std::size_t level, std::size_t first, std::size_t last,
+                       std::uint64_t* set) const;
+
+    std::vector<std::string> m_Texts;
+    std::unordered_map<std::string, int> m_Numbers;
+    std::array<Recent, kRecent> m_Recent{};
+    std::vector<std::vector<std::uint8_t>> m_Planes;  // the numbers' bytes, lowest first
+    std::size_t m_Count = 0;
+    std::size_t m_Words = 1;
+    std::size_t m_Block = 64;                          // records of one set at the lowest level
+    std::vector<std::vector<std::uint64_t>> m_Levels;  // sets, each level of 16 of the one below
+};
+
+}  // namespace vesk

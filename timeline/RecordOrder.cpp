@@ -1,0 +1,49 @@
+#include "timeline/RecordOrder.h"
+
+#include <algorithm>
+
+namespace vesk {
+
+void RecordOrder::Add(const McuJob& record) {
+    const int before = m_Blocks.Count() - 1;
+    const std::uint64_t start = record.m_StartTime;
+    if (start < m_LastStart) m_IsAscending = false;
+    if (start < m_LastEnd) {
+        const int block = before / TimeBlocks::kBlock;
+        if (m_Overlaps.empty() || m_Overlaps.back() != block) m_Overlaps.push_back(block);
+    }
+    m_Blocks.Add(start);
+    m_LastStart = start;
+    m_LastEnd = record.m_EndTime > start ? record.m_EndTime : start;
+}
+
+void RecordOrder::AddAll() {
+    for (const McuJob& record : m_Records) Add(record);
+}
+
+// A block with an overlap anywhere counts as out of order: it is only looked at more closely.
+bool RecordOrder::EndInOrder(int first, int last) const {
+    const auto overlap =
+        std::lower_bound(m_Overlaps.begin(), m_Overlaps.end(), first / TimeBlocks::kBlock);
+    return overlap == m_Overlaps.end() || *overlap > (last - 1) / TimeBlocks::kBlock;
+}
+
+int RecordOrder::FindColumns(const TimeScale& scale, int first, int last,
+                             std::vector<RecordColumn>& columns) {
+    columns.clear();
+    if (first >= last) return 0;
+    if (!m_IsAscending) return last - first;
+    const auto start = [&](int i) { return m_Records[static_cast<std::size_t>(i)].m_StartTime; };
+    const int leading = m_Blocks.FirstFrom(first, last, scale.m_Offset, start) - first;
+    m_Blocks.FindRuns(scale, first + leading, last, start, m_Runs);
+    columns.reserve(m_Runs.size());
+    for (const auto& [x, from, to] : m_Runs) {
+        // None of the records but the last is longer than this, so none fills a pixel.
+        const std::uint64_t longest = start(to - 1) - start(from);
+        const bool isSimple = EndInOrder(from, to - 1) && scale.Length(longest) == 0;
+        columns.push_back({x, from, to, isSimple});
+    }
+    return leading;
+}
+
+}  // namespace vesk

@@ -1,0 +1,42 @@
+#pragma once
+
+#include <cstdint>
+#include <vector>
+
+namespace vesk {
+
+// Which rows of one pixel column later vertical strokes cover, so that the earlier ones that
+// cannot be seen need not be drawn. A stroke up leaves another pixel out at its ends than one
+// down, so a row counts as two halves: down from row a to b covers both halves of a to b - 1, up
+// from b to a the second half of a to the first half of b. That holds at every scale from 1 up.
+class StrokeCover {
+public:
+    // Rows outside [top, bottom) count as covered: nothing is painted there.
+    StrokeCover(int top, int bottom);
+    void Clear();
+
+    struct Rows {
+        int m_Top;
+        int m_Bottom;  // exclusive
+    };
+
+    // Covers what a stroke paints. False if all of it was covered before.
+    bool Add(std::int64_t from, std::int64_t to);
+    // What the last stroke added, in rows: exact where a row is a whole number of device pixels.
+    const std::vector<Rows>& Fresh() const { return m_Fresh; }
+    // Whether any stroke between two rows is covered.
+    bool Holds(std::int64_t top, std::int64_t bottom) const;
+
+private:
+    void NoteFresh(std::size_t word, std::uint64_t halves);
+    bool HoldsHalves(std::int64_t first, std::int64_t last) const;
+
+    std::int64_t m_First;  // half rows
+    std::int64_t m_Last;
+    std::vector<std::uint64_t> m_Covered;
+    std::vector<Rows> m_Fresh;
+    std::int64_t m_SolidFirst = 0;  // a stretch of halves that are all covered
+    std::int64_t m_SolidLast = 0;
+};
+
+}  // namespace vesk

@@ -1,0 +1,57 @@
+#include "timeline/TimelineIndex.h"
+
+#include "log/McuJobList.h"
+#include "timeline/AxisIndex.h"
+#include "timeline/CurveIndex.h"
+#include "timeline/CustomIndex.h"
+#include "timeline/JobStripIndex.h"
+#include "timeline/RecordOrder.h"
+
+namespace vesk {
+
+namespace {
+
+// The part, which is made from a whole list or one of its containers when it is first asked for.
+template <class Part, class Source>
+Part& Built(std::unique_ptr<Part>& part, const Source& source) {
+    if (!part) part = std::make_unique<Part>(source);
+    return *part;
+}
+
+}  // namespace
+
+TimelineIndex::TimelineIndex(const McuJobList& list) : m_List(list) {}
+TimelineIndex::~TimelineIndex() = default;
+
+JobStripIndex& TimelineIndex::Jobs() {
+    return Built(m_Jobs, m_List);
+}
+
+JobStripIndex& TimelineIndex::Marks() {
+    return Built(m_Marks, m_List.m_SourceMarks);
+}
+
+RecordOrder* TimelineIndex::Events(const std::string& name) {
+    const auto events = m_List.m_HWJobs.find(name);
+    if (events == m_List.m_HWJobs.end()) return nullptr;
+    auto& order = m_Events[name];
+    if (!order) {
+        order = std::make_unique<RecordOrder>(events->second);
+        order->AddAll();
+    }
+    return order.get();
+}
+
+CurveIndex& TimelineIndex::Curves() {
+    return Built(m_Curves, m_List);
+}
+
+CustomIndex& TimelineIndex::Custom() {
+    return Built(m_Custom, m_List);
+}
+
+AxisIndex& TimelineIndex::Axes() {
+    return Built(m_Axes, m_List);
+}
+
+}  // namespace vesk

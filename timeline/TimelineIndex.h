@@ -1,0 +1,43 @@
+#pragma once
+
+#include <map>
+#include <memory>
+#include <string>
+
+class McuJobList;
+
+namespace vesk {
+
+class AxisIndex;
+class JobStripIndex;
+class RecordOrder;
+class CurveIndex;
+class CustomIndex;
+
+// What the timeline derives from a log so that painting costs what the window shows. Each part is
+// built when it is first asked for. Borrows the job list, which must not change meanwhile.
+class TimelineIndex {
+public:
+    explicit TimelineIndex(const McuJobList&);
+    ~TimelineIndex();
+
+    const McuJobList& List() const { return m_List; }
+    JobStripIndex& Jobs();   // names present in any run of jobs
+    JobStripIndex& Marks();  // the same for source marks
+    // How the hardware events of a name lie in time; null for a name without any.
+    RecordOrder* Events(const std::string& name);
+    CurveIndex& Curves();   // least and greatest extra values in any run of samples
+    CustomIndex& Custom();  // segments and calls of functions
+    AxisIndex& Axes();      // numbers of jobs that are short enough for a label
+
+private:
+    const McuJobList& m_List;
+    std::unique_ptr<JobStripIndex> m_Jobs;
+    std::unique_ptr<JobStripIndex> m_Marks;
+    std::map<std::string, std::unique_ptr<RecordOrder>> m_Events;
+    std::unique_ptr<CurveIndex> m_Curves;
+    std::unique_ptr<CustomIndex> m_Custom;
+    std::unique_ptr<AxisIndex> m_Axes;
+};
+
+}  // namespace vesk
