@@ -5,13 +5,13 @@
 #include "database/TargetFile.h"
 #include "host/CMcuChildFrame.h"
 #include "host/LibraryEntry.h"
-#include "host/SummaryView.h"
 #include "host/VESKUIDoc.h"
 #include "host/VESK_DLL_Shared_Data_T.h"
 #include "log/McuJobList.h"
 #include "platform/CMDIFrameWnd.h"
 #include "platform/CMultiDocTemplate.h"
 #include "resources/VeskResources.h"
+#include "timeline/CMcuView.h"
 
 namespace vesk {
 
@@ -23,10 +23,9 @@ constexpr int kTimelineWindowKey = 9;
 CMultiDocTemplate* TimelineTemplate() {
     CMultiDocTemplate*& made = vesk_dll_shared_data.m_pMcuTemplate;
     if (!made)
-        made = new CMultiDocTemplate(vesk_dll_shared_data.m_ResID,
-                                     RuntimeClass<VESKUIDoc>("VESKUIDoc"),
-                                     RuntimeClass<CMcuChildFrame>("CMcuChildFrame"),
-                                     RuntimeClass<SummaryView>("SummaryView"));
+        made = new CMultiDocTemplate(
+            vesk_dll_shared_data.m_ResID, RuntimeClass<VESKUIDoc>("VESKUIDoc"),
+            RuntimeClass<CMcuChildFrame>("CMcuChildFrame"), RuntimeClass<CMcuView>("CMcuView"));
     return made;
 }
 
@@ -143,8 +142,9 @@ bool DesktopHost::ShowTimeline(const CString& title) {
     return true;
 }
 
-bool DesktopHost::ShowsTimeline() const {
-    return vesk_dll_shared_data.m_pMcuFrame != nullptr;
+CMcuView* DesktopHost::Timeline() const {
+    const CMcuChildFrame* const frame = vesk_dll_shared_data.m_pMcuFrame;
+    return frame ? dynamic_cast<CMcuView*>(frame->GetActiveView()) : nullptr;
 }
 
 void DesktopHost::CloseFrames() {

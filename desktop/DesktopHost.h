@@ -12,6 +12,7 @@
 #include "log/SplitDialogChooser.h"
 #include "platform/CString.h"
 
+class CMcuView;
 class McuJobList;
 
 namespace vesk {
@@ -47,8 +48,9 @@ public:
     // Shows the log that was read in a frame of its own. False if no frame can be made.
     bool ShowTimeline(const CString& title);
 
-    // Whether the log's frame stands.
-    bool ShowsTimeline() const;
+    // The view that shows the log; null if its frame does not stand.
+    CMcuView* Timeline() const;
+    bool ShowsTimeline() const { return Timeline() != nullptr; }
 
     // Closes all frames. The list stays readable until the next read.
     void CloseFrames();

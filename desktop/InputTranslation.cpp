@@ -63,13 +63,19 @@ unsigned AcceleratorModifiers(Qt::KeyboardModifiers modifiers) {
     return sum;
 }
 
-unsigned MouseFlags(const QMouseEvent& event) {
+unsigned MouseFlags(Qt::MouseButtons buttons, Qt::KeyboardModifiers modifiers) {
     unsigned flags = 0;
-    if (event.buttons() & Qt::LeftButton) flags |= MK_LBUTTON;
-    if (event.buttons() & Qt::RightButton) flags |= MK_RBUTTON;
-    if (event.modifiers() & Qt::ShiftModifier) flags |= MK_SHIFT;
-    if (event.modifiers() & Qt::ControlModifier) flags |= MK_CONTROL;
+    if (buttons & Qt::LeftButton) flags |= MK_LBUTTON;
+    if (buttons & Qt::RightButton) flags |= MK_RBUTTON;
+    if (buttons & Qt::MiddleButton) flags |= MK_MBUTTON;
+    if (modifiers & Qt::ShiftModifier) flags |= MK_SHIFT;
+    if (modifiers & Qt::ControlModifier) flags |= MK_CONTROL;
+    if (modifiers & Qt::AltModifier) flags |= MK_ALT;
     return flags;
+}
+
+unsigned MouseFlags(const QMouseEvent& event) {
+    return MouseFlags(event.buttons(), event.modifiers());
 }
 
 CPoint PixelOf(const QPointF& position) {

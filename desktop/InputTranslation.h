@@ -19,6 +19,7 @@ unsigned VirtualKey(const QKeyEvent&);
 unsigned AcceleratorModifiers(Qt::KeyboardModifiers);  // a sum of vesk::AcceleratorModifier
 
 // MK_... of what is held down.
+unsigned MouseFlags(Qt::MouseButtons, Qt::KeyboardModifiers);
 unsigned MouseFlags(const QMouseEvent&);
 
 // The pixel that a position lies in. Rounding would hit the next one on fractional scales.

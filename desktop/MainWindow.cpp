@@ -7,6 +7,8 @@
 #include <QMdiSubWindow>
 #include <QMenuBar>
 #include <QMimeData>
+#include <QPrintDialog>
+#include <QPrinter>
 #include <QStatusBar>
 #include <QTimer>
 #include <QToolBar>
@@ -19,9 +21,13 @@
 #include "desktop/ReadProgressDialog.h"
 #include "desktop/StateFile.h"
 #include "desktop/UserState.h"
+#include "desktop/ViewPicture.h"
 #include "host/SummaryContent.h"
 #include "log/McuJobList.h"
+#include "platform/CFileDialog.h"
 #include "platform/CMDIChildWnd.h"
+#include "platform/UserInterface.h"
+#include "timeline/CMcuView.h"
 
 namespace vesk {
 
@@ -31,6 +37,8 @@ constexpr unsigned kLibraryMenu = 128;
 constexpr unsigned kTimelineMenu = 203;
 constexpr unsigned kAccelerators = 128;
 constexpr unsigned kToolBar = 132;
+constexpr const char* kPictureFilter =
+    "PNG picture (*.png)|*.png|SVG drawing (*.svg)|*.svg|PDF page (*.pdf)|*.pdf||";
 constexpr QSize kFirstSize{1100, 720};
 constexpr int kNoteTime = 10000;  // ms
 
@@ -54,6 +62,7 @@ QLabel* MakeStatusLabel() {
 
 MainWindow::MainWindow(QtUserInterface& user, DesktopHost& host, UserState& state, StateFile& file)
     : m_ProgressDelay(ReadProgressDialog::kDelay),
+      m_User(user),
       m_Host(host),
       m_State(state),
       m_StateFile(file),
@@ -133,6 +142,10 @@ void MainWindow::MakeFileMenu() {
     m_RecentMenu = menu->addMenu("&Recent files");
     connect(menu, &QMenu::aboutToShow, this, [this] { ListRecentFiles(); });
     menu->addSeparator();
+    m_PictureAction = menu->addAction("&Save picture...", this, [this] { SavePictureAs(); });
+    m_PrintAction = menu->addAction("&Print...", this, [this] { Print(); });
+    m_PrintAction->setShortcut(QKeySequence::Print);
+    menu->addSeparator();
     // Every frame's own menu has that key.
     m_CloseAction = menu->addAction("&Close\tCtrl+W", this, [this] { CloseActiveFrame(); });
     menu->addAction("E&xit", this, [this] { close(); })->setShortcut(QKeySequence("Ctrl+Q"));
@@ -185,6 +198,8 @@ void MainWindow::MakeStatusBar() {
 void MainWindow::ShowChanges() {
     ShowStatus();
     m_CloseAction->setEnabled(m_Frame.MDIGetActive() != nullptr);
+    for (QAction* const action : {m_PictureAction, m_PrintAction})
+        action->setEnabled(m_Host.ShowsTimeline());
     m_TimelineAction->setVisible(m_Host.ShowsTimeline());
     if (m_ToolBar) UpdateToolBar(*m_ToolBar, m_Frame);
 }
@@ -222,6 +237,35 @@ void MainWindow::SaveState() {
     m_State.m_Tabs = m_Host.Tabs();
     m_State.m_MainWindow = saveGeometry().toStdString();
     Note(m_StateFile.Save(m_State));
+}
+
+// --- Pictures ----------------------------------------------------------------------------------
+
+void MainWindow::SavePictureAs() {
+    CMcuView* const view = m_Host.Timeline();
+    if (!view) return;
+    const std::string proposed =
+        QFileInfo(ToQt(m_Session.Files().m_Log)).completeBaseName().append(".png").toStdString();
+    CFileDialog dialog(false, "png", proposed.c_str(), OFN_HIDEREADONLY | OFN_OVERWRITEPROMPT,
+                       kPictureFilter, &m_Frame);
+    if (dialog.DoModal() != IDOK) return;
+    std::string error;
+    if (SavePicture(*view, dialog.GetPathName().Str(), devicePixelRatioF(), error)) {
+        Note("Saved " + ToQt(dialog.GetPathName()));
+    } else {
+        AfxMessageBox(error.c_str(), MB_ICONEXCLAMATION);
+    }
+}
+
+void MainWindow::Print() {
+    CMcuView* const view = m_Host.Timeline();
+    if (!view) return;
+    QPrinter printer(QPrinter::HighResolution);
+    printer.setPageOrientation(QPageLayout::Landscape);
+    printer.setDocName(QFileInfo(ToQt(m_Session.Files().m_Log)).fileName());
+    QPrintDialog dialog(&printer, this);
+    if (m_User.RunModal(dialog) && !PrintPicture(*view, printer))
+        AfxMessageBox("The page cannot be printed.", MB_ICONEXCLAMATION);
 }
 
 // --- Events ------------------------------------------------------------------------------------

@@ -56,7 +56,10 @@ private:
     void FrameActivated();
     void CloseActiveFrame();
     void SaveState();
+    void SavePictureAs();
+    void Print();
 
+    QtUserInterface& m_User;
     DesktopHost& m_Host;
     UserState& m_State;
     StateFile& m_StateFile;
@@ -70,6 +73,8 @@ private:
     QMenu* m_RecentMenu = nullptr;
     QAction* m_TimelineAction = nullptr;
     QAction* m_CloseAction = nullptr;
+    QAction* m_PictureAction = nullptr;
+    QAction* m_PrintAction = nullptr;
     QLabel* m_LogLabel = nullptr;
     QLabel* m_TargetLabel = nullptr;
     QLabel* m_SpanLabel = nullptr;

@@ -1,8 +1,25 @@
 #pragma once
 
+#include <cstdint>
+#include <optional>
 #include <string>
+#include <utility>
+
+#include "platform/Geometry.h"
+#include "timeline/TimelineTypes.h"
 
 namespace vesk {
+
+// What the picture shows that --render writes.
+struct RenderOptions {
+    std::string m_Path;  // empty: no picture is asked for
+    CSize m_Size{1280, 720};
+    double m_Scale = 1.0;  // of pictures in pixels
+    OUTLOOKTYPE m_Outlook = OUTLOOK_PURE;
+    TIMEUNITTYPE m_Unit = TIMEUNIT_COUNT;
+    std::optional<std::pair<std::uint64_t, std::uint64_t>> m_Range;  // QBit; none: the whole log
+    bool m_Force = false;  // replaces a file that is there
+};
 
 // What the command line of veskview asks for. Texts are bytes as the shell gave them.
 struct ProgramOptions {
@@ -11,6 +28,7 @@ struct ProgramOptions {
     bool m_Whole = false;  // no question about the part to read
     bool m_Help = false;
     bool m_Version = false;
+    RenderOptions m_Render;
 };
 
 // Options that are the window toolkit's own ("-platform NAME" and the like) are passed over. False:

@@ -13,19 +13,19 @@ namespace vesk {
 namespace {
 
 constexpr int kPixelSize = 12;
+constexpr int kInk = 128;  // from there on a pixel counts as covered
 constexpr int kFirst = 32;
 constexpr int kCount = 224;
 constexpr int kColumns = 16;
 
-QFont ViewFont(double scale) {
-    QFont font;
-    font.setFamilies({"DejaVu Sans", "Liberation Sans"});
-    font.setStyleHint(QFont::SansSerif);
-    font.setPixelSize(std::max(1, static_cast<int>(std::lround(kPixelSize * scale))));
-    font.setKerning(false);
+// Without smooth edges: many names may stand on one place, and drawing one of them again must not
+// make it bolder.
+QFont MaskFont(double scale) {
+    QFont font = ViewFont();
+    font.setPixelSize(std::max(1, static_cast<int>(std::lround(font.pixelSize() * scale))));
     font.setHintingPreference(QFont::PreferFullHinting);
-    font.setStyleStrategy(static_cast<QFont::StyleStrategy>(
-        QFont::PreferAntialias | QFont::PreferNoShaping | QFont::NoSubpixelAntialias));
+    font.setStyleStrategy(
+        static_cast<QFont::StyleStrategy>(QFont::NoAntialias | QFont::PreferNoShaping));
     return font;
 }
 
@@ -39,13 +39,23 @@ QRect InkOf(const QImage& sheet, const QRect& cell) {
     for (int y = cell.top(); y <= cell.bottom(); ++y) {
         const auto* row = reinterpret_cast<const QRgb*>(sheet.constScanLine(y));
         for (int x = cell.left(); x <= cell.right(); ++x) {
-            if (qGreen(row[x]) != 0) ink |= QRect(x, y, 1, 1);
+            if (qGreen(row[x]) >= kInk) ink |= QRect(x, y, 1, 1);
         }
     }
     return ink;
 }
 
 }  // namespace
+
+QFont ViewFont() {
+    QFont font;
+    font.setFamilies({"DejaVu Sans", "Liberation Sans"});
+    font.setStyleHint(QFont::SansSerif);
+    font.setPixelSize(kPixelSize);
+    font.setKerning(false);
+    font.setStyleStrategy(QFont::PreferNoShaping);
+    return font;
+}
 
 // All glyphs of one scale, their coverage one after the other.
 struct QtGlyphs::Masks {
@@ -63,7 +73,7 @@ struct QtGlyphs::Masks {
 };
 
 QtGlyphs::Masks::Masks(double scale) {
-    const QFont font = ViewFont(scale);
+    const QFont font = MaskFont(scale);
     const QFontMetrics metrics(font);
     m_Height = metrics.height();
 
@@ -99,7 +109,7 @@ void QtGlyphs::Masks::Cut(const QImage& sheet, int index, const QRect& cell, QPo
     for (int y = ink.top(); y <= ink.bottom(); ++y) {
         const auto* row = reinterpret_cast<const QRgb*>(sheet.constScanLine(y));
         for (int x = ink.left(); x <= ink.right(); ++x) {
-            m_Coverage.push_back(static_cast<std::uint8_t>(qGreen(row[x])));
+            m_Coverage.push_back(qGreen(row[x]) >= kInk ? 255 : 0);
         }
     }
 }

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <QFont>
 #include <map>
 #include <memory>
 
@@ -7,10 +8,13 @@
 
 namespace vesk {
 
-// The views' font, its masks taken once per scale from the toolkit: 12 pixels high, hinted,
-// without kerning or shaping, so that the width of a text is the sum of its characters. Bytes are
-// taken as Latin-1; control characters are as wide as a space and leave no ink. Needs a running
-// QGuiApplication when it is first asked.
+// The views' font: 12 pixels high, without kerning or shaping, so that the width of a text is the
+// sum of its characters.
+QFont ViewFont();
+
+// The glyphs of the views' font, taken once per scale from the toolkit: fully hinted, each pixel
+// covered or not. Bytes are taken as Latin-1; control characters are as wide as a space and leave
+// no ink. Needs a running QGuiApplication when it is first asked.
 class QtGlyphs : public GlyphSource {
 public:
     QtGlyphs();

@@ -47,12 +47,21 @@ QMessageBox::Icon IconOf(unsigned type) {
     }
 }
 
+// A name without an extension gets that of the kind that is chosen: "SVG (*.svg)" gives svg.
+void FollowFilter(QFileDialog& window) {
+    QObject::connect(&window, &QFileDialog::filterSelected, &window, [&](const QString& filter) {
+        const QString suffix = filter.section("(*.", 1).section(')', 0, 0).section(' ', 0, 0);
+        if (!suffix.isEmpty() && suffix != "*") window.setDefaultSuffix(suffix);
+    });
+}
+
 void SetUp(QFileDialog& window, const CFileDialog& dialog) {
     window.setAcceptMode(dialog.m_Open ? QFileDialog::AcceptOpen : QFileDialog::AcceptSave);
     const bool exists = dialog.m_Open && (dialog.m_Flags & (OFN_FILEMUSTEXIST | OFN_PATHMUSTEXIST));
     window.setFileMode(exists ? QFileDialog::ExistingFile : QFileDialog::AnyFile);
     window.setNameFilters(NameFilters(dialog.m_Filter));
     window.setDefaultSuffix(ToQt(dialog.m_DefaultExtension));
+    if (!dialog.m_DefaultExtension.IsEmpty()) FollowFilter(window);
     window.setOption(QFileDialog::DontConfirmOverwrite,
                      (dialog.m_Flags & OFN_OVERWRITEPROMPT) == 0);
     if (!dialog.m_Path.IsEmpty()) window.selectFile(ToQt(dialog.m_Path));
@@ -125,6 +134,11 @@ int QtUserInterface::RunFileDialog(CFileDialog& dialog) {
     if (window.exec() != QDialog::Accepted || window.selectedFiles().isEmpty()) return IDCANCEL;
     dialog.m_Path = vesk::FromQt(window.selectedFiles().constFirst());
     return IDOK;
+}
+
+bool QtUserInterface::RunModal(QDialog& dialog) {
+    PrepareModal(dialog);
+    return dialog.exec() == QDialog::Accepted;
 }
 
 int QtUserInterface::RunColorDialog(CColorDialog& dialog) {

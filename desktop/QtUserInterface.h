@@ -8,6 +8,7 @@
 #include "platform/UserInterface.h"
 
 class CMDIFrameWnd;
+class QDialog;
 class QMdiArea;
 
 namespace vesk {
@@ -36,6 +37,9 @@ public:
     int SystemMetric(int index) override;
     COLORREF SystemColor(int index) override;
     const GlyphSource& Glyphs() override;
+
+    // Has the user answer a dialog of the toolkit's; whether it was accepted.
+    bool RunModal(QDialog&);
 
     // Called with every modal window (dialog, box, file dialog) once it is shown and active; a
     // test then works in it with real mouse and key events. Modal windows under test that nobody

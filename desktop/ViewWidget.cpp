@@ -4,6 +4,7 @@
 #include <QKeyEvent>
 #include <QMouseEvent>
 #include <QPainter>
+#include <QWheelEvent>
 
 #include "desktop/InputTranslation.h"
 #include "desktop/ScrollBarWidget.h"
@@ -89,6 +90,8 @@ void ViewWidget::mousePressEvent(QMouseEvent* event) {
         m_View->OnLButtonDown(MouseFlags(*event), PixelOf(event->position()));
     } else if (event->button() == Qt::RightButton) {
         m_View->OnRButtonDown(MouseFlags(*event), PixelOf(event->position()));
+    } else if (event->button() == Qt::MiddleButton) {
+        m_View->OnMButtonDown(MouseFlags(*event), PixelOf(event->position()));
     }
 }
 
@@ -97,6 +100,8 @@ void ViewWidget::mouseReleaseEvent(QMouseEvent* event) {
     if (!m_View) return;
     if (event->button() == Qt::LeftButton) {
         m_View->OnLButtonUp(MouseFlags(*event), PixelOf(event->position()));
+    } else if (event->button() == Qt::MiddleButton) {
+        m_View->OnMButtonUp(MouseFlags(*event), PixelOf(event->position()));
     } else if (event->button() == Qt::RightButton && rect().contains(event->position().toPoint())) {
         OpenContextMenu(event->globalPosition());
     }
@@ -104,6 +109,17 @@ void ViewWidget::mouseReleaseEvent(QMouseEvent* event) {
 
 void ViewWidget::mouseMoveEvent(QMouseEvent* event) {
     if (m_View) m_View->OnMouseMove(MouseFlags(*event), PixelOf(event->position()));
+}
+
+// What is turned sideways, by a touchpad or a second wheel, is turned with Shift for the view.
+void ViewWidget::wheelEvent(QWheelEvent* event) {
+    if (!m_View) return;
+    const unsigned flags = MouseFlags(event->buttons(), event->modifiers());
+    const QPoint turn = event->angleDelta();
+    const CPoint at = PixelOf(event->position());
+    if (turn.y() != 0) m_View->OnMouseWheel(flags, turn.y(), at);
+    if (m_View && turn.x() != 0) m_View->OnMouseWheel(flags | MK_SHIFT, turn.x(), at);
+    event->accept();
 }
 
 void ViewWidget::contextMenuEvent(QContextMenuEvent* event) {
@@ -126,7 +142,8 @@ bool ViewWidget::event(QEvent* event) {
 void ViewWidget::keyPressEvent(QKeyEvent* event) {
     const unsigned key = VirtualKey(*event);
     if (m_View && key != 0) {
-        m_View->OnKeyDown(key, static_cast<unsigned>(event->count()), 0);
+        m_View->OnKeyDown(key, static_cast<unsigned>(event->count()),
+                          MouseFlags({}, event->modifiers()));
     } else {
         event->ignore();
     }

@@ -36,6 +36,7 @@ protected:
     void mouseDoubleClickEvent(QMouseEvent* event) override { mousePressEvent(event); }
     void mouseReleaseEvent(QMouseEvent*) override;
     void mouseMoveEvent(QMouseEvent*) override;
+    void wheelEvent(QWheelEvent*) override;
     void contextMenuEvent(QContextMenuEvent*) override;
     bool event(QEvent*) override;
     void keyPressEvent(QKeyEvent*) override;

@@ -8,11 +8,13 @@
 #include "desktop/MainWindow.h"
 #include "desktop/ProgramOptions.h"
 #include "desktop/QtUserInterface.h"
+#include "desktop/RenderRun.h"
 #include "desktop/StateFile.h"
 #include "desktop/UserState.h"
 
 namespace {
 
+constexpr int kFailed = 1;
 constexpr int kUsage = 2;
 
 std::unique_ptr<QApplication> MakeApplication(int& count, char** arguments) {
@@ -52,6 +54,19 @@ int RunViewer(const vesk::ProgramOptions& options) {
     return QApplication::exec();
 }
 
+// What the toolkit misses of a session is not missed by a picture.
+void PrintUseful(QtMsgType, const QMessageLogContext&, const QString& text) {
+    if (!text.startsWith("QStandardPaths:")) std::fprintf(stderr, "%s\n", qPrintable(text));
+}
+
+// Without a display, whatever the surroundings say.
+int RunRender(int& count, char** arguments, const vesk::ProgramOptions& options) {
+    qputenv("QT_QPA_PLATFORM", "offscreen");
+    qInstallMessageHandler(PrintUseful);
+    const QGuiApplication application(count, arguments);
+    return vesk::RenderPicture(options) ? 0 : kFailed;
+}
+
 }  // namespace
 
 int main(int count, char** arguments) {
@@ -64,6 +79,7 @@ int main(int count, char** arguments) {
     if (options.m_Help) std::fputs(vesk::kProgramHelp, stdout);
     if (options.m_Version) std::puts("veskview " VESK_VERSION);
     if (options.m_Help || options.m_Version) return 0;
+    if (!options.m_Render.m_Path.empty()) return RunRender(count, arguments, options);
     const std::unique_ptr<QApplication> application = MakeApplication(count, arguments);
     return RunViewer(options);
 }

@@ -235,7 +235,7 @@ TEST_F(AcceleratorTest, ADisabledCommandsKeyDoesNothingAndAnUnknownOneGoesOn) {
     QTest::keyClick(&m_Widget, Qt::Key_F3);
     EXPECT_THAT(m_View.TakeHeard(), IsEmpty());
     QTest::keyClick(&m_Widget, Qt::Key_N, Qt::ControlModifier);
-    EXPECT_THAT(m_View.TakeHeard(), ElementsAre("key 78 at 1,0"));
+    EXPECT_THAT(m_View.TakeHeard(), ElementsAre("key 78 at 1,8"));
     EXPECT_THAT(m_Run, IsEmpty());
 }
 

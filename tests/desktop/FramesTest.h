@@ -30,9 +30,14 @@ public:
     void OnLButtonDown(unsigned flags, CPoint p) override { Hear("down", flags, p); }
     void OnLButtonUp(unsigned flags, CPoint p) override { Hear("up", flags, p); }
     void OnRButtonDown(unsigned flags, CPoint p) override { Hear("right", flags, p); }
+    void OnMButtonDown(unsigned flags, CPoint p) override { Hear("middle", flags, p); }
+    void OnMButtonUp(unsigned flags, CPoint p) override { Hear("middle up", flags, p); }
     void OnMouseMove(unsigned flags, CPoint p) override { Hear("move", flags, p); }
-    void OnKeyDown(unsigned key, unsigned repeat, unsigned) override {
-        Hear("key", key, {static_cast<int>(repeat), 0});
+    void OnMouseWheel(unsigned flags, int delta, CPoint p) override {
+        Hear(("wheel " + std::to_string(delta)).c_str(), flags, p);
+    }
+    void OnKeyDown(unsigned key, unsigned repeat, unsigned flags) override {
+        Hear("key", key, {static_cast<int>(repeat), static_cast<int>(flags)});
     }
     void OnContextMenu(CWnd*, CPoint screen) override {
         CPoint origin;

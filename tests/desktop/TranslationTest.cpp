@@ -1,3 +1,5 @@
+#include <gmock/gmock.h>
+
 #include <QFontMetrics>
 #include <QImage>
 #include <QKeyEvent>
@@ -88,8 +90,8 @@ QFont FontOf(double scale) {
     font.setPixelSize(static_cast<int>(12 * scale));
     font.setKerning(false);
     font.setHintingPreference(QFont::PreferFullHinting);
-    font.setStyleStrategy(static_cast<QFont::StyleStrategy>(
-        QFont::PreferAntialias | QFont::PreferNoShaping | QFont::NoSubpixelAntialias));
+    font.setStyleStrategy(
+        static_cast<QFont::StyleStrategy>(QFont::NoAntialias | QFont::PreferNoShaping));
     return font;
 }
 
@@ -123,6 +125,19 @@ TEST_P(QtGlyphsTest, AWidthIsTheSumOfItsCharacters) {
     int sum = 0;
     for (const char c : text) sum += glyphs.DeviceAdvance(static_cast<std::uint8_t>(c), scale);
     EXPECT_EQ(sum, QFontMetrics(FontOf(scale)).horizontalAdvance(QString::fromStdString(text)));
+}
+
+TEST_P(QtGlyphsTest, DrawingATextTwiceChangesNothing) {
+    const QtGlyphs glyphs;
+    RasterSurface surface({120, 20}, glyphs, GetParam());
+    const auto picture = [&] {
+        surface.Text({2, 2}, "MAIN ... (g&%\xE4)", 0x963C32);
+        const auto pixels = static_cast<std::size_t>(surface.Stride()) * surface.DeviceHeight();
+        return std::vector<std::uint32_t>(surface.Pixels(), surface.Pixels() + pixels);
+    };
+    const std::vector<std::uint32_t> once = picture();
+    EXPECT_EQ(picture(), once);
+    EXPECT_THAT(once, testing::Contains(0xFF323C96));
 }
 
 INSTANTIATE_TEST_SUITE_P(Scales, QtGlyphsTest, testing::Values(1.0, 1.5, 2.0));

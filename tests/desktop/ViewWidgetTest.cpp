@@ -139,6 +139,29 @@ TEST_F(ViewWidgetTest, TheMouseIsBroughtToTheView) {
     EXPECT_THAT(m_View.TakeHeard(), ElementsAre("down 1 at 5,5", "up 0 at 5,5"));
 }
 
+TEST_F(ViewWidgetTest, TheMiddleButtonIsBroughtToTheView) {
+    QTest::mousePress(&m_Widget, Qt::MiddleButton, {}, {20, 30});
+    QMouseEvent move(QEvent::MouseMove, QPointF(25, 31), m_Widget.mapToGlobal(QPointF(25, 31)),
+                     Qt::NoButton, Qt::MiddleButton, Qt::NoModifier);
+    QApplication::sendEvent(&m_Widget, &move);
+    QTest::mouseRelease(&m_Widget, Qt::MiddleButton, {}, {25, 31});
+    EXPECT_THAT(m_View.TakeHeard(),
+                ElementsAre("middle 16 at 20,30", "move 16 at 25,31", "middle up 0 at 25,31"));
+}
+
+TEST_F(ViewWidgetTest, TheWheelIsBroughtToTheViewSidewaysLikeWithShift) {
+    const auto turn = [&](QPoint delta, Qt::KeyboardModifiers modifiers) {
+        QWheelEvent event(QPointF(50.7, 5), m_Widget.mapToGlobal(QPointF(50.7, 5)), {}, delta,
+                          Qt::NoButton, modifiers, Qt::NoScrollPhase, false);
+        QApplication::sendEvent(&m_Widget, &event);
+    };
+    turn({0, 120}, Qt::ControlModifier);
+    turn({0, -15}, Qt::ShiftModifier);
+    turn({-30, 0}, {});
+    EXPECT_THAT(m_View.TakeHeard(),
+                ElementsAre("wheel 120 8 at 50,5", "wheel -15 4 at 50,5", "wheel -30 4 at 50,5"));
+}
+
 TEST_F(ViewWidgetTest, TheContextMenuOpensWhenTheRightButtonComesUp) {
     QTest::mousePress(&m_Widget, Qt::RightButton, {}, {20, 30});
     EXPECT_THAT(m_View.TakeHeard(), ElementsAre("right 2 at 20,30"));
@@ -151,7 +174,10 @@ TEST_F(ViewWidgetTest, KeysGoToTheViewWithTheFocus) {
     EXPECT_EQ(CWnd::GetFocus(), &m_View);
     QTest::keyClick(&m_Widget, Qt::Key_PageDown);
     QTest::keyClick(&m_Widget, Qt::Key_Tab);
-    EXPECT_THAT(m_View.TakeHeard(), ElementsAre("key 34 at 1,0", "key 9 at 1,0"));
+    QTest::keyClick(&m_Widget, Qt::Key_Left, Qt::AltModifier);
+    QTest::keyClick(&m_Widget, Qt::Key_W, Qt::ShiftModifier | Qt::ControlModifier);
+    EXPECT_THAT(m_View.TakeHeard(),
+                ElementsAre("key 34 at 1,0", "key 9 at 1,0", "key 37 at 1,32", "key 87 at 1,12"));
     CMDIChildWnd& other = Open("other");
     EXPECT_EQ(CWnd::GetFocus(), &ViewOf(other));
     m_Widget.setFocus();

@@ -13,8 +13,8 @@
 
 #include "log/HostValues.h"
 #include "log/McuJobList.h"
-#include "platform/Text.h"
 #include "platform/HeadlessUserInterface.h"
+#include "platform/Text.h"
 #include "tests/support/PlainReader.h"
 #include "tests/support/RandomLog.h"
 #include "tests/support/TemporaryFile.h"

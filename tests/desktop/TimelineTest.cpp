@@ -1,0 +1,200 @@
+// The timeline in its real window: wheel, middle button, keys, pictures, printing.
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include <QFile>
+#include <QFileDialog>
+#include <QImage>
+#include <QLineEdit>
+#include <QMdiSubWindow>
+#include <QPdfWriter>
+#include <QPrintDialog>
+#include <QPrinter>
+#include <QWheelEvent>
+
+#include "desktop/ViewPicture.h"
+#include "host/CMcuChildFrame.h"
+#include "host/VESK_DLL_Shared_Data_T.h"
+#include "tests/desktop/DeskFolder.h"
+#include "tests/desktop/Viewer.h"
+#include "timeline/CMcuView.h"
+
+namespace vesk {
+namespace {
+
+using testing::HasSubstr;
+using testing::IsEmpty;
+using testing::StartsWith;
+
+class TimelineTest : public testing::Test {
+protected:
+    TimelineTest() {
+        m_Viewer.Session().Open({Sample("pacman_packets.bin"), {}}, PartToRead::kWhole);
+    }
+    ~TimelineTest() override { EXPECT_THAT(m_Viewer.Unexpected(), IsEmpty()); }
+
+    static CMcuView& View() {
+        return dynamic_cast<CMcuView&>(*vesk_dll_shared_data.m_pMcuFrame->GetActiveView());
+    }
+    QWidget& Widget() const { return *m_Viewer.Frame()->widget(); }
+
+    void Turn(int eighths, Qt::KeyboardModifiers modifiers, QPointF at) {
+        QWheelEvent event(at, Widget().mapToGlobal(at), {}, {0, eighths}, Qt::NoButton, modifiers,
+                          Qt::NoScrollPhase, false);
+        QApplication::sendEvent(&Widget(), &event);
+    }
+    void Press(Qt::Key key, Qt::KeyboardModifiers modifiers = {}) {
+        QTest::keyClick(&Widget(), key, modifiers);
+    }
+    void Drag(QPoint from, QPoint to) {
+        QTest::mousePress(&Widget(), Qt::MiddleButton, {}, from);
+        QMouseEvent move(QEvent::MouseMove, to, Widget().mapToGlobal(QPointF(to)), Qt::NoButton,
+                         Qt::MiddleButton, Qt::NoModifier);
+        QApplication::sendEvent(&Widget(), &move);
+        QTest::mouseRelease(&Widget(), Qt::MiddleButton, {}, to);
+    }
+    QByteArray FileOf(const std::string& path) const {
+        QFile file(QString::fromStdString(path));
+        return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
+    }
+    void ExpectName(const std::string& path) {
+        m_Viewer.Expect([path](QWidget& window) {
+            auto* const name = window.findChild<QLineEdit*>("fileNameEdit");
+            name->clear();
+            QTest::keyClicks(name, QString::fromStdString(path));
+            QTest::keyClick(name, Qt::Key_Return);
+        });
+    }
+    void SaveAs(const std::string& path) {
+        ExpectName(path);
+        m_Viewer.ClickMenu({"File", "Save picture..."});
+    }
+
+    DeskFolder m_Folder;
+    Viewer m_Viewer{m_Folder / "state.json"};
+};
+
+TEST_F(TimelineTest, ControlAndWheelZoomAtThePointer) {
+    Press(Qt::Key_F);
+    const CMcuView& view = View();
+    const int x = view.m_CanvasLeft + view.m_CanvasWidth / 3;
+    const float zoom = view.m_ZoomRatio;
+    const auto before = static_cast<double>(view.Scale().TimeAt(x));
+    Turn(240, Qt::ControlModifier, QPointF(x, 60));
+    EXPECT_GT(view.m_ZoomRatio, zoom);
+    EXPECT_NEAR(static_cast<double>(view.Scale().TimeAt(x)), before, 2 / view.m_PixelsPerQbit);
+}
+
+TEST_F(TimelineTest, ShiftAndWheelScrollTimeAndTheWheelAloneLanes) {
+    View().SetOutlook(OUTLOOK_RELATIVE);
+    const auto time = View().m_TimeOffset;
+    const int lane = View().m_LaneOffset;
+    Turn(-120, Qt::ShiftModifier, QPointF(200, 60));
+    EXPECT_GT(View().m_TimeOffset, time);
+    EXPECT_EQ(View().m_LaneOffset, lane);
+    const auto later = View().m_TimeOffset;
+    Turn(120, {}, QPointF(200, 60));
+    EXPECT_GT(View().m_LaneOffset, lane);
+    EXPECT_EQ(View().m_TimeOffset, later);
+}
+
+TEST_F(TimelineTest, TheMiddleButtonDragsTheLogAlong) {
+    Turn(-1200, Qt::ShiftModifier, QPointF(200, 60));
+    const auto under = static_cast<double>(View().Scale().TimeAt(300));
+    Drag({300, 100}, {260, 100});
+    EXPECT_NEAR(static_cast<double>(View().Scale().TimeAt(260)), under, 2);
+}
+
+TEST_F(TimelineTest, KeysZoomAndPan) {
+    const float zoom = View().m_ZoomRatio;
+    Press(Qt::Key_S);
+    EXPECT_LT(View().m_ZoomRatio, zoom);
+    Press(Qt::Key_W);
+    EXPECT_EQ(View().m_ZoomRatio, zoom);
+    const auto time = View().m_TimeOffset;
+    Press(Qt::Key_D);
+    EXPECT_GT(View().m_TimeOffset, time);
+    Press(Qt::Key_A);
+    EXPECT_EQ(View().m_TimeOffset, time);
+    Press(Qt::Key_F);
+    EXPECT_EQ(View().m_TimeOffset, 0U);
+    EXPECT_GE(View().m_VisibleQbits, 483264U);
+}
+
+TEST_F(TimelineTest, AltAndArrowsWalkThroughTheViewsShown) {
+    const float zoom = View().m_ZoomRatio;
+    Press(Qt::Key_F);
+    const float whole = View().m_ZoomRatio;
+    Press(Qt::Key_Left, Qt::AltModifier);
+    EXPECT_EQ(View().m_ZoomRatio, zoom);
+    Press(Qt::Key_Right, Qt::AltModifier);
+    EXPECT_EQ(View().m_ZoomRatio, whole);
+}
+
+TEST_F(TimelineTest, GivenKeysStayWhatTheyAre) {
+    const float zoom = View().m_ZoomRatio;
+    Press(Qt::Key_Plus, Qt::ControlModifier | Qt::KeypadModifier);
+    EXPECT_EQ(View().m_ZoomRatio, 2 * zoom);
+    Press(Qt::Key_W, Qt::ControlModifier);
+    EXPECT_EQ(m_Viewer.Frames(), 0);
+}
+
+// What stands in the window, less the scroll bars, is what is saved.
+TEST_F(TimelineTest, APictureIsTheWindows) {
+    const std::string path = m_Folder / "a.png";
+    View().SetOutlook(OUTLOOK_RELATIVE);
+    SaveAs(path);
+    const QImage saved = QImage(QString::fromStdString(path)).convertToFormat(QImage::Format_RGB32);
+    const CSize size = PictureSize(View());
+    const double scale = Widget().devicePixelRatioF();
+    ASSERT_EQ(saved.size(), QSize(size.cx, size.cy) * scale);
+    const QImage shown = Widget().grab().toImage().convertToFormat(QImage::Format_RGB32);
+    EXPECT_EQ(saved, shown.copy(saved.rect()));
+    EXPECT_THAT(m_Viewer.StatusText().toStdString(), HasSubstr("Saved " + path));
+}
+
+TEST_F(TimelineTest, APictureIsOfTheKindThatItsNameTells) {
+    const std::string svg = m_Folder / "a.svg", pdf = m_Folder / "b.PDF";
+    SaveAs(svg);
+    SaveAs(pdf);
+    EXPECT_TRUE(FileOf(svg).contains(">Job</text>"));
+    EXPECT_TRUE(FileOf(pdf).startsWith("%PDF-"));
+}
+
+TEST_F(TimelineTest, APictureThatCannotBeWrittenIsToldAndHarmsNothing) {
+    for (const char* const name : {"no/a.png", "no/a.svg", "no/a.pdf", "a.txt"}) {
+        std::string error;
+        EXPECT_FALSE(SavePicture(View(), m_Folder / name, 1, error));
+        EXPECT_THAT(error, StartsWith("cannot write " + m_Folder / name + ": ")) << name;
+    }
+    std::string message;
+    ExpectName(m_Folder / "b.txt");
+    m_Viewer.ExpectMessage(message);
+    m_Viewer.ClickMenu({"File", "Save picture..."});
+    EXPECT_THAT(message, StartsWith("cannot write "));
+}
+
+TEST_F(TimelineTest, ThePrintedPageIsFilledByThePicture) {
+    const std::string path = m_Folder / "page.pdf";
+    m_Viewer.Expect([&](QWidget& window) {
+        auto& dialog = dynamic_cast<QPrintDialog&>(window);
+        EXPECT_EQ(dialog.printer()->pageLayout().orientation(), QPageLayout::Landscape);
+        // Without a printer the page goes to a file.
+        window.findChild<QLineEdit*>("filename")->setText(QString::fromStdString(path));
+        dialog.accept();
+    });
+    m_Viewer.ClickMenu({"File", "Print..."});
+    EXPECT_TRUE(FileOf(path).startsWith("%PDF-"));
+    EXPECT_GT(FileOf(path).size(), 5000);
+}
+
+TEST_F(TimelineTest, WithoutALogThereIsNothingToSaveOrPrint) {
+    EXPECT_TRUE(m_Viewer.MenuEntry({"File", "Save picture..."})->isEnabled());
+    m_Viewer.Session().Close();
+    EXPECT_FALSE(m_Viewer.MenuEntry({"File", "Save picture..."})->isEnabled());
+    EXPECT_FALSE(m_Viewer.MenuEntry({"File", "Print..."})->isEnabled());
+}
+
+}  // namespace
+}  // namespace vesk
