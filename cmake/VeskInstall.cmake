@@ -1,5 +1,6 @@
 # find_package(vesk) gives vesk::platform, vesk::resources, vesk::database, vesk::log, vesk::host,
-# vesk::timeline and vesk::simulator (standard library only), and vesk::loaders where its libraries are there.
+# vesk::timeline and vesk::simulator (standard library only), and vesk::loaders where its libraries
+# are there.
 include(CMakePackageConfigHelpers)
 
 set(config_dir ${CMAKE_INSTALL_LIBDIR}/cmake/vesk)

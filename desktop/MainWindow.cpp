@@ -40,7 +40,8 @@ constexpr unsigned kToolBar = 132;
 constexpr const char* kPictureFilter =
     "PNG picture (*.png)|*.png|SVG drawing (*.svg)|*.svg|PDF page (*.pdf)|*.pdf||";
 constexpr QSize kFirstSize{1100, 720};
-constexpr int kNoteTime = 10000;  // ms
+constexpr int kNoteTime = 10000;       // ms
+constexpr int kToolBarInterval = 250;  // ms; the wheel, say, changes what a button can do
 
 QStringList LocalFiles(const QMimeData& data) {
     QStringList files;
@@ -128,8 +129,12 @@ void MainWindow::MakeMenus() {
     menuBar()->removeAction(last);
     MakeWindowMenu(*menuBar()->addMenu("&Window"));
     menuBar()->addAction(last);
-    if (const ToolBarTemplate* const bar = FindToolBar(kToolBar))
-        m_ToolBar = AddToolBar(*this, *bar, m_Frame);
+    const ToolBarTemplate* const bar = FindToolBar(kToolBar);
+    if (!bar) return;
+    m_ToolBar = AddToolBar(*this, *bar, m_Frame);
+    auto* const idle = new QTimer(this);
+    connect(idle, &QTimer::timeout, this, [this] { UpdateToolBar(*m_ToolBar, m_Frame); });
+    idle->start(kToolBarInterval);
 }
 
 void MainWindow::MakeFileMenu() {

@@ -36,8 +36,8 @@ typedef struct vesk_value_table {
 /* One item of the log's header, as it lies in the file. */
 typedef struct vesk_header_item {
     uint32_t type;
-    uint32_t size;    /* bytes in a record */
-    uint8_t value[8]; /* a base name, an overhead or nothing */
+    uint32_t size;     /* bytes in a record */
+    uint8_t value[8];  /* a base name, an overhead or nothing */
 } vesk_header_item;
 
 /* "Init_Config", needed. Receives the data that the log's header holds for this item, if any;
