@@ -27,6 +27,7 @@ public:
 
     int ShowMessage(const Message&) override;
     void DebugText(const std::string& text) override { m_DebugTexts.push_back(text); }
+    void ShowStatus(const CString& text) override { m_StatusTexts.push_back(text); }
     void RunDialog(CDialog&) override;
     int RunFileDialog(CFileDialog&) override;
     int RunColorDialog(CColorDialog&) override;
@@ -36,6 +37,7 @@ public:
     std::vector<std::string> m_Messages;  // texts
     std::vector<Message> m_MessageBoxes;  // the same with captions and kinds
     std::vector<std::string> m_DebugTexts;
+    std::vector<CString> m_StatusTexts;
     std::vector<std::string> m_DialogTitles;  // of all dialogs that were run
     std::vector<std::string> m_FileFilters;   // of all file dialogs
     std::vector<std::string> m_Faults;

@@ -49,6 +49,10 @@ public:
     virtual int ShowMessage(const Message&) { return IDOK; }
     virtual void DebugText(const std::string&) {}
 
+    // Something worth knowing that needs no answer, such as a search without a find: the status
+    // line of a desktop.
+    virtual void ShowStatus(const CString&) {}
+
     // Lets the user work in a dialog whose controls stand, until the dialog has ended.
     virtual void RunDialog(CDialog&);
     virtual int RunFileDialog(CFileDialog&) { return IDCANCEL; }

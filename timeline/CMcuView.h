@@ -18,7 +18,6 @@
 #include "timeline/ViewHistory.h"
 
 class McuJobList;
-class VESKUIDoc;
 
 namespace vesk {
 class TimelineIndex;
@@ -137,6 +136,14 @@ public:
     void OnUpdateMcuDisableDottedLine(CCmdUI*);
     void OnMcuDisableCustomLogging();
     void OnUpdateMcuDisableCustomLogging(CCmdUI*);
+
+    // --- Pointing ------------------------------------------------------------------------------
+
+    // --- Going, finding and markers ------------------------------------------------------------
+
+    // --- Filter --------------------------------------------------------------------------------
+
+    // --- Exports -------------------------------------------------------------------------------
 
     // --- Painting ------------------------------------------------------------------------------
 
