@@ -2,6 +2,7 @@
 
 #include <array>
 #include <cstdint>
+#include <functional>
 #include <string>
 #include <string_view>
 #include <unordered_map>
@@ -34,6 +35,13 @@ public:
     // Adds the names of records [first, last) to a set.
     void Collect(int first, int last, std::uint64_t* set) const;
 
+    // The set of the names that fit.
+    std::vector<std::uint64_t> SetOf(const std::function<bool(const std::string&)>& fits) const;
+    // The first of records [first, last) whose name is in the set, else last.
+    int FirstOf(const std::uint64_t* set, int first, int last) const;
+    // The last of them, else first - 1.
+    int LastOf(const std::uint64_t* set, int first, int last) const;
+
 private:
     // A name looked up before, by its ends: both of them and the length are all of a short text.
     struct Recent {
@@ -47,6 +55,8 @@ private:
 
     int NumberOf(std::string_view);
     int Intern(std::string_view);
+    bool Has(const std::uint64_t* set, std::size_t record) const;
+    bool Meets(const std::uint64_t* set, std::size_t level, std::size_t group) const;
     void CollectRecords(std::size_t first, std::size_t last, std::uint64_t* set) const;
     void CollectBlocks(std::size_t level, std::size_t first, std::size_t last,
                        std::uint64_t* set) const;
