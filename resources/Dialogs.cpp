@@ -43,7 +43,45 @@ constexpr ControlTemplate kSplitFile[] = {
      0, 0, 1, 1},
 };
 
+constexpr ControlTemplate kGoto[] = {
+    {Edit, 1168, "", kDialog, 0, 0, 1, 4, kDigitsOnly},
+    {Radio, 1017, "QBit", kDialog, 1, 0, 1, 1, kGroupStart},
+    {Radio, 1018, "L1 TimeStamp", kDialog, 1, 1, 1, 1},
+    {Button, IDOK, "OK", kDialog, 2, 2, 1, 1, kDefault},
+    {Button, IDCANCEL, "Cancel", kDialog, 2, 3, 1, 1},
+};
+
+constexpr ControlTemplate kMarkerPair[] = {
+    {Label, kNoId, "Start time:", kDialog, 0, 0, 1, 1},
+    {DropList, 1015, "", kDialog, 0, 1, 1, 3},
+    {Label, kNoId, "End time:", kDialog, 1, 0, 1, 1},
+    {DropList, 1016, "", kDialog, 1, 1, 1, 3},
+    {Check, 1169, "Include 'IDLE' ?", kDialog, 2, 0, 1, 4},
+    {Button, IDOK, "OK", kDialog, 3, 2, 1, 1, kDefault},
+    {Button, IDCANCEL, "Cancel", kDialog, 3, 3, 1, 1},
+};
+
+constexpr int kTargetGroup = 1;
+constexpr int kDirectionGroup = 5;
+constexpr ControlTemplate kFind[] = {
+    {Edit, 1340, "", kDialog, 0, 0, 1, 4},
+    {Group, kNoId, "Search target", kDialog, 1, 0, 1, 4},
+    {Radio, 1017, "Task name", kTargetGroup, 0, 0, 1, 1, kGroupStart},
+    {Radio, 1018, "Function name", kTargetGroup, 0, 1, 1, 1},
+    {Radio, 1210, "Label", kTargetGroup, 0, 2, 1, 1},
+    {Group, kNoId, "Direction", kDialog, 2, 0, 1, 4},
+    {Radio, 1019, "Up", kDirectionGroup, 0, 0, 1, 1, kGroupStart},
+    {Radio, 1020, "Down", kDirectionGroup, 0, 1, 1, 1},
+    {Label, kNoId, "p.s. If the input is NULL, it means find exactly the next one.", kDialog, 3, 0,
+     1, 4},
+    {Button, IDOK, "OK", kDialog, 4, 2, 1, 1, kDefault},
+    {Button, IDCANCEL, "Cancel", kDialog, 4, 3, 1, 1},
+};
+
 constexpr DialogTemplate kDialogs[] = {
+    {201, "Go To ...", kGoto},
+    {204, "", kMarkerPair},
+    {235, "Find ...", kFind},
     {312, "Display Vesk With Another Header File", kNoHeader},
     {345, "Split  Vesk File", kSplitFile},
 };

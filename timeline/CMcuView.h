@@ -12,6 +12,8 @@
 #include "platform/CScrollBar.h"
 #include "platform/CToolTipCtrl.h"
 #include "platform/CView.h"
+#include "timeline/CMcuFindDlg.h"
+#include "timeline/CMcuGotoDlg.h"
 #include "timeline/ScrollMapping.h"
 #include "timeline/TimeScale.h"
 #include "timeline/TimelineTypes.h"
@@ -20,8 +22,9 @@
 class McuJobList;
 
 namespace vesk {
+class JobStripIndex;
 class TimelineIndex;
-}
+}  // namespace vesk
 
 // The timeline: shows one span of the log of the shared job list on a canvas of fixed margins.
 // Times are QBit, geometry is in client pixels. Without a job list it shows an empty log.
@@ -141,6 +144,31 @@ public:
 
     // --- Going, finding and markers ------------------------------------------------------------
 
+    // Places the cursor at a time, limited to the log. The view moves only if that is out of sight,
+    // and then has the cursor in its middle.
+    void GoTo(std::uint64_t time);
+    // The job where the frame number is reached, walking from the first visible job; else the last
+    // one below it.
+    void GoTo_FrameNo(std::int32_t frame);
+    // The next record of a name behind the cursor, or with up before it; on from the other end of
+    // the log if there is none. An empty name stands for every name. Case counts for
+    // GoTo_FunctionCS only. Without a find nothing moves, and the status line says so.
+    void GoTo_Task(CString name, bool up);
+    void GoTo_Function(CString name, bool up);
+    void GoTo_FunctionCS(CString name, bool up);
+    void GoTo_SourceMark(CString name, bool up);
+
+    void OnEditGoto();
+    void OnEditFind();
+    void OnVkFind();
+    void OnVkFindUp();
+    void OnEditSetMarker();
+    void OnUpdateEditSetMarker(CCmdUI*);
+    // Shows what lies between two markers, or an end of the log, on the whole canvas.
+    void OnEditExpand();
+    // Asks for the two; false if the user gave it up.
+    bool OnEditExpandOpenDialog(std::uint64_t& start, std::uint64_t& end);
+
     // --- Filter --------------------------------------------------------------------------------
 
     // --- Exports -------------------------------------------------------------------------------
@@ -222,6 +250,8 @@ public:
     std::int32_t m_DurationTo = -1;
     CString m_FindText;
     std::int32_t m_FindKind = 0;
+    CMcuFindDlg m_FindDlg;  // never shown: what was accepted last
+    CMcuGotoDlg m_GotoDlg;
 
     // Derived from the log on first use, dropped by Init.
     vesk::TimelineIndex& Index();
@@ -243,6 +273,13 @@ private:
     void StepTime(double tenthsOfView, vesk::SpanChange);
     void StepZoom(double factor);
     void Toggle(bool& setting);
+    void Find(const CString& name, std::int32_t kind, bool up);
+    void GoToNext(const vesk::JobStripIndex&, const CString& name, bool up, bool wrapsToStart);
+    void GoToNextCall(const std::string& function, bool up);
+    void GoToNextCallOfAny(bool up);
+    void GoToFind(std::uint64_t time, bool up, bool isWrapped);
+    void RemoveSelectedMarker();
+    void GoToMarker(bool up);
     void Note(const vesk::ShownSpan& before, vesk::SpanChange how) {
         m_History.Note(before, Shown(), how);
     }

@@ -47,6 +47,12 @@ const vesk::MessageMap* CMcuView::GetMessageMap() const {
         Command<&V::OnMcuDisableFrame, &V::OnUpdateMcuDisableFrame>(40186),
         Command<&V::OnMcuDisableDottedLine, &V::OnUpdateMcuDisableDottedLine>(40214),
         Command<&V::OnMcuDisableCustomLogging, &V::OnUpdateMcuDisableCustomLogging>(40196),
+        Command<&V::OnEditGoto>(40102),
+        Command<&V::OnEditFind>(57636),
+        Command<&V::OnVkFind>(40022),
+        Command<&V::OnVkFindUp>(40056),
+        Command<&V::OnEditSetMarker, &V::OnUpdateEditSetMarker>(40142),
+        Command<&V::OnEditExpand>(40143),
     };
     static const vesk::MessageMap kMap{CView::GetMessageMap(), kEntries};
     return &kMap;

@@ -116,5 +116,7 @@ void CMcuView::OnKeyDown(unsigned key, unsigned repeat, unsigned modifiers) {
     };
     for (const auto& known : kKeys)
         if (known.m_Key == key && known.m_Modifiers == modifiers) return known.m_Do(*this);
+    if (key == VK_DELETE) RemoveSelectedMarker();
+    if (key == VK_F2) GoToMarker((modifiers & MK_SHIFT) != 0);
     CView::OnKeyDown(key, repeat, modifiers);
 }

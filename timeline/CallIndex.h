@@ -16,6 +16,7 @@ public:
 
     const std::vector<McuJob>& Calls() const { return m_Calls; }
     RecordOrder& Order() { return m_Order; }
+    bool IsAscending() const { return m_IsAscending; }
     std::uint64_t EndOf(int call) const { return EffectiveEnd(m_Calls, call, m_LogEnd); }
 
     // The greatest end of calls [first, last); 0 for none.

@@ -18,6 +18,7 @@ public:
 
     const std::vector<McuJob>& Records() const { return m_Records; }
     const NameColumn& Names() const { return m_Names; }
+    bool IsAscending() const { return m_Order.IsAscending(); }
 
     // --- One view ------------------------------------------------------------------------------
 

@@ -147,44 +147,31 @@ std::vector<std::uint64_t> NameColumn::SetOf(
     return set;
 }
 
+Pyramid NameColumn::Shape() const {
+    return {static_cast<int>(m_Count), static_cast<int>(m_Block), static_cast<int>(kFanOut),
+            static_cast<int>(m_Levels.size())};
+}
+
 int NameColumn::FirstOf(const std::uint64_t* set, int first, int last) const {
-    const auto end = static_cast<std::size_t>(last);
-    for (auto at = static_cast<std::size_t>(first); at < end;) {
-        std::size_t width = m_Block;
-        std::size_t next = at;
-        for (std::size_t level = 0; level < m_Levels.size(); ++level, width *= kFanOut) {
-            if (at % width != 0 || Meets(set, level, at / width)) break;
-            next = at + width;
-        }
-        if (next == at && Has(set, at)) return static_cast<int>(at);
-        at = std::max(next, at + 1);
-    }
-    return last;
+    return FirstHit(
+        Shape(), first, last, [&](int level, int group) { return Meets(set, level, group); },
+        [&](int record) { return Has(set, record); });
 }
 
 int NameColumn::LastOf(const std::uint64_t* set, int first, int last) const {
-    const auto begin = static_cast<std::size_t>(first);
-    for (auto end = static_cast<std::size_t>(std::max(first, last)); end > begin;) {
-        std::size_t width = m_Block;
-        std::size_t next = end;
-        for (std::size_t level = 0; level < m_Levels.size(); ++level, width *= kFanOut) {
-            const bool endsHere = end % width == 0 || end == m_Count;
-            if (!endsHere || Meets(set, level, (end - 1) / width)) break;
-            next = (end - 1) / width * width;
-        }
-        if (next == end && Has(set, end - 1)) return static_cast<int>(end - 1);
-        end = std::min(next, end - 1);
-    }
-    return first - 1;
+    return LastHit(
+        Shape(), first, last, [&](int level, int group) { return Meets(set, level, group); },
+        [&](int record) { return Has(set, record); });
 }
 
-bool NameColumn::Has(const std::uint64_t* set, std::size_t record) const {
-    const auto name = static_cast<std::size_t>(At(static_cast<int>(record)));
+bool NameColumn::Has(const std::uint64_t* set, int record) const {
+    const int name = At(record);
     return (set[name / 64] >> name % 64 & 1) != 0;
 }
 
-bool NameColumn::Meets(const std::uint64_t* set, std::size_t level, std::size_t group) const {
-    const std::uint64_t* const names = &m_Levels[level][group * m_Words];
+bool NameColumn::Meets(const std::uint64_t* set, int level, int group) const {
+    const auto& sets = m_Levels[static_cast<std::size_t>(level)];
+    const std::uint64_t* const names = &sets[static_cast<std::size_t>(group) * m_Words];
     for (std::size_t i = 0; i < m_Words; ++i)
         if ((names[i] & set[i]) != 0) return true;
     return false;

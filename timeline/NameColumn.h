@@ -8,6 +8,8 @@
 #include <unordered_map>
 #include <vector>
 
+#include "timeline/Pyramid.h"
+
 namespace vesk {
 
 // The names of a sequence of records as small numbers, counted from 0 in order of first use, and
@@ -55,8 +57,9 @@ private:
 
     int NumberOf(std::string_view);
     int Intern(std::string_view);
-    bool Has(const std::uint64_t* set, std::size_t record) const;
-    bool Meets(const std::uint64_t* set, std::size_t level, std::size_t group) const;
+    Pyramid Shape() const;
+    bool Has(const std::uint64_t* set, int record) const;
+    bool Meets(const std::uint64_t* set, int level, int group) const;
     void CollectRecords(std::size_t first, std::size_t last, std::uint64_t* set) const;
     void CollectBlocks(std::size_t level, std::size_t first, std::size_t last,
                        std::uint64_t* set) const;

@@ -34,6 +34,8 @@ public:
     void Add(const McuJob&);
     // The same for all of them.
     void AddAll();
+    // Whether each record starts at or after the one before it.
+    bool IsAscending() const { return m_IsAscending; }
 
     // Groups records [first, last) by column, left to right, up to where x leaves 31 bits. Gives
     // the number of records at the front that belong to no column because they start before the

@@ -4,6 +4,7 @@
 #include "timeline/AxisIndex.h"
 #include "timeline/CurveIndex.h"
 #include "timeline/CustomIndex.h"
+#include "timeline/FrameIndex.h"
 #include "timeline/JobStripIndex.h"
 #include "timeline/RecordOrder.h"
 
@@ -52,6 +53,10 @@ CustomIndex& TimelineIndex::Custom() {
 
 AxisIndex& TimelineIndex::Axes() {
     return Built(m_Axes, m_List);
+}
+
+FrameIndex& TimelineIndex::Frames() {
+    return Built(m_Frames, m_List);
 }
 
 }  // namespace vesk

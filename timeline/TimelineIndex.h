@@ -9,6 +9,7 @@ class McuJobList;
 namespace vesk {
 
 class AxisIndex;
+class FrameIndex;
 class JobStripIndex;
 class RecordOrder;
 class CurveIndex;
@@ -29,6 +30,7 @@ public:
     CurveIndex& Curves();   // least and greatest extra values in any run of samples
     CustomIndex& Custom();  // segments and calls of functions
     AxisIndex& Axes();      // numbers of jobs that are short enough for a label
+    FrameIndex& Frames();   // where frame numbers pass a value
 
 private:
     const McuJobList& m_List;
@@ -38,6 +40,7 @@ private:
     std::unique_ptr<CurveIndex> m_Curves;
     std::unique_ptr<CustomIndex> m_Custom;
     std::unique_ptr<AxisIndex> m_Axes;
+    std::unique_ptr<FrameIndex> m_Frames;
 };
 
 }  // namespace vesk
