@@ -3,33 +3,12 @@
 #include <algorithm>
 
 #include "cli/LogOpener.h"
-#include "cli/RecordFilter.h"
 
 namespace vesk {
 
 namespace {
 
 constexpr Column::Audience kPeople = Column::Audience::kPeople;
-
-// What a list command shows: its columns, and the rows that the filter lets through.
-struct Listing {
-    std::vector<Column> (*m_Columns)(const McuJobList&);
-    void (*m_WriteRows)(const McuJobList&, const RecordFilter&, TableWriter&);
-};
-
-ExitCode RunList(const Options& options, Terminal& terminal, const Listing& listing) {
-    OutputFile out(options.m_Output.m_Path, options.m_Output.WhatToDoWithFiles());
-    LogOpener log(options.m_Input, terminal);
-    const ExitCode code = log.Read();
-    log.Explain();
-    if (code == ExitCode::kRefused) return code;
-    TableWriter table(out.Buffer(), options.m_Format, listing.m_Columns(log.List()));
-    listing.m_WriteRows(log.List(), RecordFilter(options.m_Filter), table);
-    table.Finish();
-    out.Commit();
-    const bool nothing = code == ExitCode::kComplete && table.Rows() == 0;
-    return nothing ? ExitCode::kNothingMatched : code;
-}
 
 // --- Jobs, segments, calls and hardware events -------------------------------------------------
 
@@ -178,6 +157,20 @@ void WriteLossRows(const McuJobList& list, const RecordFilter& filter, TableWrit
 }
 
 }  // namespace
+
+ExitCode RunList(const Options& options, Terminal& terminal, const Listing& listing) {
+    OutputFile out(options.m_Output.m_Path, options.m_Output.WhatToDoWithFiles());
+    LogOpener log(options.m_Input, terminal);
+    const ExitCode code = log.Read();
+    log.Explain();
+    if (code == ExitCode::kRefused) return code;
+    TableWriter table(out.Buffer(), options.m_Format, listing.m_Columns(log.List()));
+    listing.m_WriteRows(log.List(), RecordFilter(options.m_Filter), table);
+    table.Finish();
+    out.Commit();
+    const bool nothing = code == ExitCode::kComplete && table.Rows() == 0;
+    return nothing ? ExitCode::kNothingMatched : code;
+}
 
 ExitCode RunJobs(const Options& options, Terminal& terminal) {
     return RunList(options, terminal, {JobColumns, WriteJobRows});

@@ -89,10 +89,14 @@ void OutputOptions::OfferTo(CLI::App& app) {
     app.add_flag("--force", m_Force, "replace the output file if it exists");
 }
 
-void FilterOptions::OfferTo(CLI::App& app) {
+void FilterOptions::OfferTimesTo(CLI::App& app) {
     OfferParsed(app, "--from", m_From, ParseTime,
                 "leave out what ends before; QBit, or with us, ms or s");
     OfferParsed(app, "--to", m_To, ParseTime, "leave out what starts at this time or later");
+}
+
+void FilterOptions::OfferTo(CLI::App& app) {
+    OfferTimesTo(app);
     app.add_option_function<std::vector<std::string>>(
            "--name",
            [this](const std::vector<std::string>& names) {
@@ -100,6 +104,19 @@ void FilterOptions::OfferTo(CLI::App& app) {
            },
            "only this name, * and ? stand for any text and character; may be given again")
         ->allow_extra_args(false);
+}
+
+void FindOptions::OfferTo(CLI::App& app) {
+    CLI::Option_group* const what = app.add_option_group("what is found");
+    const auto offer = [&](const char* option, std::optional<std::string>& name, const char* help) {
+        what->add_option_function<std::string>(
+            option, [&name](const std::string& text) { name = Utf8ToLatin1(text); }, help);
+    };
+    offer("--task", m_Task, "tasks and interrupts of this name");
+    offer("--function", m_Function, "calls of the function of this name");
+    offer("--label", m_Label, "source marks of this name");
+    what->require_option(1);
+    app.add_flag("--regex", m_IsRegex, "the name is a regular expression, for any part of a name");
 }
 
 void OfferTableFormats(CLI::App& app, TableFormat& format) {

@@ -55,16 +55,28 @@ struct OutputOptions {
 
 struct FilterOptions {
     void OfferTo(CLI::App&);
+    void OfferTimesTo(CLI::App&);  // without names
 
     std::uint64_t m_From = 0;  // QBit
     std::uint64_t m_To = std::numeric_limits<std::uint64_t>::max();
     std::vector<std::string> m_Names;  // patterns as bytes of a log; none: every name
 };
 
+// A name to find, as bytes of a log: one of the three is given.
+struct FindOptions {
+    void OfferTo(CLI::App&);
+
+    std::optional<std::string> m_Task;
+    std::optional<std::string> m_Function;
+    std::optional<std::string> m_Label;
+    bool m_IsRegex = false;
+};
+
 struct Options {
     InputOptions m_Input;
     OutputOptions m_Output;
     FilterOptions m_Filter;
+    FindOptions m_Find;
     TableFormat m_Format = TableFormat::kText;
 };
 

@@ -5,9 +5,11 @@
 namespace vesk {
 
 bool RecordFilter::Wants(std::string_view name, std::uint64_t start, std::uint64_t end) const {
-    const bool overlaps =
-        start < m_Options.m_To && (end > m_Options.m_From || start >= m_Options.m_From);
-    return overlaps && WantsName(name);
+    return WantsTime(start, end) && WantsName(name);
+}
+
+bool RecordFilter::WantsTime(std::uint64_t start, std::uint64_t end) const {
+    return start < m_Options.m_To && (end > m_Options.m_From || start >= m_Options.m_From);
 }
 
 bool RecordFilter::WantsName(std::string_view name) const {

@@ -18,6 +18,7 @@ public:
     // A record from start up to, but without, end overlaps the range from m_From up to, but
     // without, m_To if they share a QBit; a record without length if it starts in the range.
     bool Wants(std::string_view name, std::uint64_t start, std::uint64_t end) const;
+    bool WantsTime(std::uint64_t start, std::uint64_t end) const;  // whatever its name
 
 private:
     bool WantsName(std::string_view name) const;

@@ -6,6 +6,7 @@
 #include <new>
 
 #include "cli/DumpCommand.h"
+#include "cli/FindCommand.h"
 #include "cli/InfoCommand.h"
 #include "cli/Interrupt.h"
 #include "cli/ListCommands.h"
@@ -33,6 +34,13 @@ void OfferList(CLI::App& app, Options& options) {
     OfferTableFormats(app, options.m_Format);
 }
 
+void OfferFind(CLI::App& app, Options& options) {
+    OfferRange(app, options);
+    options.m_Find.OfferTo(app);
+    options.m_Filter.OfferTimesTo(app);
+    OfferTableFormats(app, options.m_Format);
+}
+
 void OfferUnits(CLI::App& app, Options& options) {
     options.m_Input.OfferUnitTo(app)->required();
     OfferTableFormats(app, options.m_Format);
@@ -55,6 +63,7 @@ constexpr Command kCommands[] = {
     {"hw", "list hardware events", OfferList, vesk::RunHardware},
     {"samples", "list the samples of the extra values", OfferList, vesk::RunSamples},
     {"losses", "list the losses of log data", OfferList, vesk::RunLosses},
+    {"find", "find tasks, functions or source marks by name", OfferFind, vesk::RunFind},
     {"units", "list the units in which a log can be read", OfferUnits, vesk::RunUnits},
     {"dump", "write all that a read yields as one JSON document", OfferRange, vesk::RunDump},
 };

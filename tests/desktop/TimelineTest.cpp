@@ -16,6 +16,7 @@
 #include "desktop/ViewPicture.h"
 #include "host/CMcuChildFrame.h"
 #include "host/VESK_DLL_Shared_Data_T.h"
+#include "log/McuJobList.h"
 #include "tests/desktop/DeskFolder.h"
 #include "tests/desktop/Viewer.h"
 #include "timeline/CMcuView.h"
@@ -120,6 +121,25 @@ TEST_F(TimelineTest, KeysZoomAndPan) {
     Press(Qt::Key_F);
     EXPECT_EQ(View().m_TimeOffset, 0U);
     EXPECT_GE(View().m_VisibleQbits, 483264U);
+}
+
+TEST_F(TimelineTest, ControlFFindsANameAndF3TheNextOne) {
+    const McuJobList& list = CMcuView::Jobs();
+    std::vector<std::uint64_t> starts;
+    for (const McuJob& job : list)
+        if (job.m_Name == "java") starts.push_back(job.m_StartTime);
+    ASSERT_EQ(starts.size(), 5U);
+    m_Viewer.ExpectDialog([](DialogWindow& dialog) {
+        EXPECT_EQ(dialog.focusWidget(), dialog.WidgetOf(1340));
+        QTest::keyClicks(dialog.focusWidget(), "JAVA");
+        QTest::keyClick(dialog.focusWidget(), Qt::Key_Return);
+    });
+    Press(Qt::Key_F, Qt::ControlModifier);
+    EXPECT_EQ(View().m_CursorTime, starts[0]);
+    Press(Qt::Key_F3);
+    EXPECT_EQ(View().m_CursorTime, starts[1]);
+    Press(Qt::Key_F3, Qt::ShiftModifier);
+    EXPECT_EQ(View().m_CursorTime, starts[0]);
 }
 
 TEST_F(TimelineTest, AltAndArrowsWalkThroughTheViewsShown) {
