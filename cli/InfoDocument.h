@@ -4,7 +4,7 @@
 #include <vector>
 
 #include "cli/LogOpener.h"
-#include "cli/OutputBuffer.h"
+#include "platform/OutputBuffer.h"
 
 namespace vesk {
 

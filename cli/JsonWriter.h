@@ -3,7 +3,7 @@
 #include <concepts>
 #include <string_view>
 
-#include "cli/OutputBuffer.h"
+#include "platform/OutputBuffer.h"
 
 namespace vesk {
 

@@ -1,38 +1,31 @@
 #pragma once
 
-#include <memory>
+#include <optional>
 #include <string>
 
-#include "cli/OutputBuffer.h"
+#include "platform/AtomicFile.h"
 
 namespace vesk {
 
 enum class Overwrite { kRefuse, kAllow };
 
-// Where the payload of a command goes: standard output ("-"), a device or pipe, or a file. A file
-// grows beside its target under another name and takes its place on Commit, so that a run that
-// fails leaves nothing behind. What goes wrong ends the program by a Stop.
+// Where the payload of a command goes: standard output ("-"), a device or pipe, or a file, which
+// appears once it is complete. What goes wrong ends the program by a Stop: without a text where
+// the reader of a pipe has gone.
 class OutputFile {
 public:
     // Makes sure at once that the file can be written.
-    OutputFile(std::string path, Overwrite);
-    ~OutputFile();
-    OutputFile(const OutputFile&) = delete;
-    OutputFile& operator=(const OutputFile&) = delete;
+    OutputFile(std::string path, Overwrite overwrite);
 
-    OutputBuffer& Buffer() { return *m_Buffer; }
+    OutputBuffer& Buffer() { return m_StandardOutput ? *m_StandardOutput : m_File.Buffer(); }
 
     // Writes what is left and puts the file in its place.
     void Commit();
 
 private:
-    void Open(Overwrite);
-    [[noreturn]] void Fail(const char* doing) const;
-
     std::string m_Path;
-    std::string m_TemporaryPath;  // empty: written in place
-    int m_Descriptor = -1;
-    std::unique_ptr<OutputBuffer> m_Buffer;
+    AtomicFile m_File;
+    std::optional<OutputBuffer> m_StandardOutput;
 };
 
 }  // namespace vesk

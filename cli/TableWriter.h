@@ -7,7 +7,7 @@
 #include <vector>
 
 #include "cli/JsonWriter.h"
-#include "cli/OutputBuffer.h"
+#include "platform/OutputBuffer.h"
 
 namespace vesk {
 

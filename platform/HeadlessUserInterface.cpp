@@ -30,12 +30,28 @@ void Open(CMenu& menu, unsigned position, CWnd& owner) {
     }
 }
 
+class ScriptedProgress : public ProgressDisplay {
+public:
+    explicit ScriptedProgress(int cancelledAt) : m_CancelledAt(cancelledAt) {}
+
+    bool Advance(std::int64_t, std::int64_t) override { return ++m_Times != m_CancelledAt; }
+
+private:
+    int m_CancelledAt;
+    int m_Times = 0;
+};
+
 }  // namespace
 
 int HeadlessUserInterface::ShowMessage(const Message& message) {
     m_Messages.push_back(message.m_Text.Str());
     m_MessageBoxes.push_back(message);
     return IDOK;
+}
+
+std::unique_ptr<ProgressDisplay> HeadlessUserInterface::BeginProgress(const CString& what) {
+    m_Progresses.push_back(what.Str());
+    return std::make_unique<ScriptedProgress>(TakeFirst(m_ProgressAnswers).value_or(0));
 }
 
 void HeadlessUserInterface::RunDialog(CDialog& dialog) {
@@ -55,6 +71,7 @@ void HeadlessUserInterface::RunDialog(CDialog& dialog) {
 
 int HeadlessUserInterface::RunFileDialog(CFileDialog& dialog) {
     m_FileFilters.push_back(dialog.m_Filter.Str());
+    m_FileNames.push_back(dialog.m_Path.Str());
     const std::optional<CString> path = TakeFirst(m_FileAnswers);
     if (!path) m_Faults.push_back("unexpected file dialog: " + dialog.m_Filter.Str());
     if (!path || path->IsEmpty()) return IDCANCEL;

@@ -23,11 +23,15 @@ public:
     void OnDialog(DialogScript script) { m_DialogScripts.push_back(std::move(script)); }
     void OnFileDialog(const CString& path) { m_FileAnswers.push_back(path); }  // empty: cancel
     void OnColorDialog(COLORREF color) { m_ColorAnswers.push_back(color); }
+    // Long work is cancelled when it tells for that time, counted from 1, how far it is; 0: never,
+    // which needs no script.
+    void OnProgress(int time) { m_ProgressAnswers.push_back(time); }
     void OnMenu(unsigned command) { m_MenuAnswers.push_back(command); }  // 0: closed again
 
     int ShowMessage(const Message&) override;
     void DebugText(const std::string& text) override { m_DebugTexts.push_back(text); }
     void ShowStatus(const CString& text) override { m_StatusTexts.push_back(text); }
+    std::unique_ptr<ProgressDisplay> BeginProgress(const CString& what) override;
     void RunDialog(CDialog&) override;
     int RunFileDialog(CFileDialog&) override;
     int RunColorDialog(CColorDialog&) override;
@@ -38,8 +42,10 @@ public:
     std::vector<Message> m_MessageBoxes;  // the same with captions and kinds
     std::vector<std::string> m_DebugTexts;
     std::vector<CString> m_StatusTexts;
+    std::vector<std::string> m_Progresses;    // what was followed
     std::vector<std::string> m_DialogTitles;  // of all dialogs that were run
     std::vector<std::string> m_FileFilters;   // of all file dialogs
+    std::vector<std::string> m_FileNames;     // that they proposed
     std::vector<std::string> m_Faults;
 
 private:
@@ -47,6 +53,7 @@ private:
     std::deque<CString> m_FileAnswers;
     std::deque<COLORREF> m_ColorAnswers;
     std::deque<unsigned> m_MenuAnswers;
+    std::deque<int> m_ProgressAnswers;
 };
 
 }  // namespace vesk

@@ -11,9 +11,12 @@ unsigned char Fold(char c) {
 
 }  // namespace
 
-int vesk::CompareFolded(const CString& a, const CString& b) {
+int vesk::CompareFolded(std::string_view a, std::string_view b) {
     const auto order = std::lexicographical_compare_three_way(
-        a.Str().begin(), a.Str().end(), b.Str().begin(), b.Str().end(),
-        [](char x, char y) { return Fold(x) <=> Fold(y); });
+        a.begin(), a.end(), b.begin(), b.end(), [](char x, char y) { return Fold(x) <=> Fold(y); });
     return order < 0 ? -1 : order > 0;
+}
+
+int vesk::CompareFolded(const CString& a, const CString& b) {
+    return CompareFolded(std::string_view(a.Str()), std::string_view(b.Str()));
 }

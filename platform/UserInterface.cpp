@@ -18,6 +18,10 @@ UserInterface& CurrentUserInterface() {
     return *current;
 }
 
+std::unique_ptr<ProgressDisplay> UserInterface::BeginProgress(const CString&) {
+    return nullptr;
+}
+
 void UserInterface::RunDialog(CDialog& dialog) {
     dialog.Close();
 }

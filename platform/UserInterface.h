@@ -6,6 +6,7 @@
 #include "platform/CString.h"
 #include "platform/Color.h"
 #include "platform/Geometry.h"
+#include "platform/ProgressDisplay.h"
 
 class CColorDialog;
 class CDialog;
@@ -52,6 +53,10 @@ public:
     // Something worth knowing that needs no answer, such as a search without a find: the status
     // line of a desktop.
     virtual void ShowStatus(const CString&) {}
+
+    // Follows long work, named by a text such as "Reading the log", until the display goes. Null:
+    // nobody follows.
+    virtual std::unique_ptr<ProgressDisplay> BeginProgress(const CString& what);
 
     // Lets the user work in a dialog whose controls stand, until the dialog has ended.
     virtual void RunDialog(CDialog&);

@@ -1,18 +1,15 @@
-#include "cli/OutputBuffer.h"
+#include "platform/OutputBuffer.h"
 
 #include <unistd.h>
 
 #include <cerrno>
-#include <cstring>
-
-#include "cli/ExitCode.h"
-#include "cli/Interrupt.h"
+#include <utility>
 
 namespace vesk {
 
-OutputBuffer::OutputBuffer(int descriptor, std::string name)
+OutputBuffer::OutputBuffer(int descriptor, Watcher watcher)
     : m_Descriptor(descriptor),
-      m_Name(std::move(name)),
+      m_Watcher(std::move(watcher)),
       m_Bytes(std::make_unique_for_overwrite<char[]>(kSize)) {}
 
 void OutputBuffer::PutInParts(std::string_view text) {
@@ -24,20 +21,23 @@ void OutputBuffer::PutInParts(std::string_view text) {
     }
 }
 
-void OutputBuffer::Flush() {
+bool OutputBuffer::Flush() {
+    if (m_Error == 0) Write();
+    m_Used = 0;
+    return m_Error == 0;
+}
+
+void OutputBuffer::Write() {
     std::size_t done = 0;
-    while (done < m_Used) {
-        StopIfInterrupted();
+    while (done < m_Used && m_Error == 0) {
+        if (m_Watcher) m_Watcher(0);
         const ssize_t written = write(m_Descriptor, m_Bytes.get() + done, m_Used - done);
         if (written >= 0)
             done += static_cast<std::size_t>(written);
-        else if (errno == EPIPE)
-            throw Stop(ExitCode::kCannotWrite, "");
         else if (errno != EINTR)
-            throw Stop(ExitCode::kCannotWrite,
-                       "cannot write " + m_Name + ": " + std::strerror(errno));
+            m_Error = errno;
     }
-    m_Used = 0;
+    if (m_Error != 0 && m_Watcher) m_Watcher(m_Error);
 }
 
 }  // namespace vesk

@@ -3,18 +3,22 @@
 #include <charconv>
 #include <concepts>
 #include <cstddef>
+#include <functional>
 #include <memory>
-#include <string>
 #include <string_view>
 
 namespace vesk {
 
-// Bytes on their way to a file descriptor, collected into large writes. What cannot be written
-// ends the program by a Stop: without a text where the reader of a pipe has gone.
+// Bytes on their way to a file descriptor, collected into large writes. After a write that failed
+// nothing more goes out: the first error stays until somebody asks for it.
 class OutputBuffer {
 public:
-    // The descriptor is borrowed; the name is that of the output, for messages.
-    OutputBuffer(int descriptor, std::string name);
+    // Called before each write with 0, and after one that failed with the system's error number.
+    // It may throw, which ends the work that writes.
+    using Watcher = std::function<void(int error)>;
+
+    // The descriptor is borrowed.
+    explicit OutputBuffer(int descriptor, Watcher watcher = {});
 
     void Put(char c) {
         if (m_Used == kSize) Flush();
@@ -43,18 +47,24 @@ public:
             std::to_chars(begin, begin + kLongestNumber, number).ptr - begin);
     }
 
-    void Flush();
+    // Writes what was collected; false if that, or an earlier write, failed.
+    bool Flush();
+
+    // The system's number of the first error, or 0.
+    int Error() const { return m_Error; }
 
 private:
     void PutInParts(std::string_view text);
+    void Write();
 
     static constexpr std::size_t kSize = std::size_t{1} << 18;
     static constexpr std::size_t kLongestNumber = 24;
 
     int m_Descriptor;
-    std::string m_Name;
+    Watcher m_Watcher;
     std::unique_ptr<char[]> m_Bytes;
     std::size_t m_Used = 0;
+    int m_Error = 0;
 };
 
 }  // namespace vesk
