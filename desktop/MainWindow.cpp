@@ -18,7 +18,6 @@
 #include "desktop/Information.h"
 #include "desktop/QtText.h"
 #include "desktop/QtUserInterface.h"
-#include "desktop/ReadProgressDialog.h"
 #include "desktop/StateFile.h"
 #include "desktop/UserState.h"
 #include "desktop/ViewPicture.h"
@@ -62,8 +61,7 @@ QLabel* MakeStatusLabel() {
 }  // namespace
 
 MainWindow::MainWindow(QtUserInterface& user, DesktopHost& host, UserState& state, StateFile& file)
-    : m_ProgressDelay(ReadProgressDialog::kDelay),
-      m_User(user),
+    : m_User(user),
       m_Host(host),
       m_State(state),
       m_StateFile(file),
@@ -109,7 +107,7 @@ LogSession::Listener MainWindow::Listener() {
 }
 
 ReadProgress MainWindow::BeginRead() {
-    m_Progress = std::make_unique<ReadProgressDialog>(this, m_ProgressDelay);
+    m_Progress = m_User.BeginProgress("Reading the log");
     return
         [this](std::int64_t done, std::int64_t total) { return m_Progress->Advance(done, total); };
 }

@@ -6,6 +6,7 @@
 #include "desktop/HostFrame.h"
 #include "desktop/LogSession.h"
 #include "platform/CMenu.h"
+#include "platform/ProgressDisplay.h"
 
 class QLabel;
 class QMdiArea;
@@ -14,7 +15,6 @@ namespace vesk {
 
 class DesktopHost;
 class QtUserInterface;
-class ReadProgressDialog;
 class StateFile;
 struct UserState;
 
@@ -29,8 +29,6 @@ public:
 
     // A hint in the status bar that goes by itself.
     void Note(const QString& text);
-
-    int m_ProgressDelay;  // ms from the begin of a read to its progress dialog
 
 protected:
     void closeEvent(QCloseEvent*) override;
@@ -65,7 +63,7 @@ private:
     StateFile& m_StateFile;
     HostFrame m_Frame;
     LogSession m_Session;
-    std::unique_ptr<ReadProgressDialog> m_Progress;
+    std::unique_ptr<ProgressDisplay> m_Progress;
     CMenu m_LibraryMenu;   // 128
     CMenu m_TimelineMenu;  // 203
     QMdiArea* m_Area;

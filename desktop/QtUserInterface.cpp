@@ -16,6 +16,7 @@
 #include "desktop/FrameWindow.h"
 #include "desktop/MainFramePeer.h"
 #include "desktop/ModalProbe.h"
+#include "desktop/ProgressDialog.h"
 #include "desktop/QtGlyphs.h"
 #include "desktop/QtText.h"
 #include "desktop/ToolTipLabel.h"
@@ -89,7 +90,8 @@ COLORREF FromQt(const QColor& color) {
 
 }  // namespace
 
-QtUserInterface::QtUserInterface() : m_Glyphs(std::make_unique<QtGlyphs>()) {}
+QtUserInterface::QtUserInterface()
+    : m_ProgressDelay(ProgressDialog::kDelay), m_Glyphs(std::make_unique<QtGlyphs>()) {}
 QtUserInterface::~QtUserInterface() = default;
 
 void QtUserInterface::SetMainWindow(QWidget& window, QMdiArea& area) {
@@ -118,6 +120,10 @@ int QtUserInterface::ShowMessage(const Message& message) {
     PrepareModal(box);
     box.exec();
     return IDOK;
+}
+
+std::unique_ptr<ProgressDisplay> QtUserInterface::BeginProgress(const CString& what) {
+    return std::make_unique<ProgressDialog>(ToQt(what), DialogParent(), m_ProgressDelay);
 }
 
 void QtUserInterface::RunDialog(CDialog& dialog) {

@@ -26,6 +26,7 @@ public:
     void SetMainWindow(QWidget& window, QMdiArea& area);
 
     int ShowMessage(const Message&) override;
+    std::unique_ptr<ProgressDisplay> BeginProgress(const CString& what) override;
     void RunDialog(CDialog&) override;
     int RunFileDialog(CFileDialog&) override;
     int RunColorDialog(CColorDialog&) override;
@@ -46,6 +47,8 @@ public:
     // closes would hang: with a probe, a window still open after the probe returns is closed.
     using Probe = std::function<void(QWidget& modalWindow)>;
     void SetProbe(Probe probe) { m_Probe = std::move(probe); }
+
+    int m_ProgressDelay;  // ms from the begin of long work to its progress dialog
 
 private:
     QWidget* DialogParent() const;

@@ -14,7 +14,7 @@
 #include <QToolBar>
 #include <filesystem>
 
-#include "desktop/ReadProgressDialog.h"
+#include "desktop/ProgressDialog.h"
 #include "host/VESK_DLL_Shared_Data_T.h"
 #include "log/McuJobList.h"
 #include "simulator/RecordIds.h"
@@ -126,11 +126,11 @@ TEST_F(ProgramTest, TellsWhatIsOpenInTheStatusBar) {
 
 TEST_F(ProgramTest, ALongReadCanBeCancelledInItsProgressDialog) {
     const std::string log = m_Folder.Write("long.bin", LongLog());
-    m_Viewer->Window().m_ProgressDelay = 0;
+    m_Viewer->User().m_ProgressDelay = 0;
     bool shown = false;
     QTimer::singleShot(0, [&] {
         const QWidget* const dialog = QApplication::activeModalWidget();
-        shown = dynamic_cast<const ReadProgressDialog*>(dialog) != nullptr;
+        shown = dynamic_cast<const ProgressDialog*>(dialog) != nullptr;
         if (shown) QTest::mouseClick(dialog->findChild<QPushButton*>(), Qt::LeftButton);
     });
     EXPECT_FALSE(OpenWhole(log));
@@ -138,7 +138,7 @@ TEST_F(ProgramTest, ALongReadCanBeCancelledInItsProgressDialog) {
     EXPECT_EQ(QApplication::activeModalWidget(), nullptr);
     EXPECT_EQ(m_Viewer->Frames(), 0);
 
-    m_Viewer->Window().m_ProgressDelay = 60000;
+    m_Viewer->User().m_ProgressDelay = 60000;
     EXPECT_TRUE(OpenWhole(log));
 }
 

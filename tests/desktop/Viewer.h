@@ -43,6 +43,7 @@ public:
     int Frames() const;
     QMdiSubWindow* Frame() const;
 
+    vesk::QtUserInterface& User() { return m_User; }
     vesk::MainWindow& Window() { return *m_Window; }
     vesk::LogSession& Session() { return m_Window->Session(); }
     const vesk::UserState& State() const { return m_State; }

@@ -1,4 +1,4 @@
-#include "desktop/ReadProgressDialog.h"
+#include "desktop/ProgressDialog.h"
 
 #include <QCoreApplication>
 #include <QDialogButtonBox>
@@ -16,7 +16,7 @@ constexpr int kEventInterval = 30;  // ms
 
 }  // namespace
 
-ReadProgressDialog::ReadProgressDialog(QWidget* parent, int delay)
+ProgressDialog::ProgressDialog(const QString& what, QWidget* parent, int delay)
     : QDialog(parent), m_Bar(new QProgressBar), m_Delay(delay) {
     setWindowTitle("veskview");
     setWindowModality(Qt::ApplicationModal);
@@ -24,16 +24,16 @@ ReadProgressDialog::ReadProgressDialog(QWidget* parent, int delay)
     m_Bar->setRange(0, kSteps);
     auto* const buttons = new QDialogButtonBox(QDialogButtonBox::Cancel);
     auto* const layout = new QVBoxLayout(this);
-    layout->addWidget(new QLabel("Reading the log"));
+    layout->addWidget(new QLabel(what));
     layout->addWidget(m_Bar);
     layout->addWidget(buttons);
     connect(buttons, &QDialogButtonBox::rejected, this, &QDialog::reject);
     connect(this, &QDialog::rejected, this, [this] { m_Cancelled = true; });
 }
 
-// The clock starts with the first piece that was read: what the user was asked before takes no
-// time of the read.
-bool ReadProgressDialog::Advance(std::int64_t done, std::int64_t total) {
+// The clock starts with the first piece that was done: what the user was asked before takes no
+// time of the work.
+bool ProgressDialog::Advance(std::int64_t done, std::int64_t total) {
     if (!m_SinceBegin.isValid()) m_SinceBegin.start();
     if (m_Cancelled || m_SinceBegin.elapsed() < m_Delay) return !m_Cancelled;
     if (m_SinceEvents.isValid() && m_SinceEvents.elapsed() < kEventInterval) return true;

@@ -2,22 +2,23 @@
 
 #include <QDialog>
 #include <QElapsedTimer>
-#include <cstdint>
+
+#include "platform/ProgressDisplay.h"
 
 class QProgressBar;
 
 namespace vesk {
 
-// Shows how far a read has come, and lets the user cancel it. Comes up only once the read has
+// Shows how far long work has come, and lets the user cancel it. Comes up only once the work has
 // taken a while; from then on the program's windows stay painted, and only this one takes input.
-class ReadProgressDialog : public QDialog {
+class ProgressDialog : public QDialog, public ProgressDisplay {
 public:
     static constexpr int kDelay = 300;  // ms
 
-    explicit ReadProgressDialog(QWidget* parent, int delay = kDelay);
+    // The text names the work.
+    ProgressDialog(const QString& what, QWidget* parent, int delay = kDelay);
 
-    // To be called over and over while the read works. False once the user has cancelled.
-    bool Advance(std::int64_t done, std::int64_t total);
+    bool Advance(std::int64_t done, std::int64_t total) override;
 
 private:
     QProgressBar* m_Bar;
