@@ -173,6 +173,15 @@ public:
 
     // --- Exports -------------------------------------------------------------------------------
 
+    // Each asks for the file. The whole log goes out, whatever the view shows.
+    void OnViewSavetext();                // jobs and calls of functions
+    void OnViewSavetext_ExtraInfo();      // samples of the extra values
+    void OnViewSavetext_CustomLogging();  // calls with their context switches
+    // The markers of the document; reading a file replaces them. Trouble shows in the status line
+    // alone.
+    void OnMcuExportMarker();
+    void OnMcuImportMarker();
+
     // --- Painting ------------------------------------------------------------------------------
 
     void OnDraw(CDC*) override;

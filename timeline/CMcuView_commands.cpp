@@ -53,6 +53,11 @@ const vesk::MessageMap* CMcuView::GetMessageMap() const {
         Command<&V::OnVkFindUp>(40056),
         Command<&V::OnEditSetMarker, &V::OnUpdateEditSetMarker>(40142),
         Command<&V::OnEditExpand>(40143),
+        Command<&V::OnViewSavetext>(40020),
+        Command<&V::OnViewSavetext_ExtraInfo>(32798),
+        Command<&V::OnViewSavetext_CustomLogging>(40307),
+        Command<&V::OnMcuExportMarker>(40202),
+        Command<&V::OnMcuImportMarker>(40203),
     };
     static const vesk::MessageMap kMap{CView::GetMessageMap(), kEntries};
     return &kMap;

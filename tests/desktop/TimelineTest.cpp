@@ -3,6 +3,7 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include <QDir>
 #include <QFile>
 #include <QFileDialog>
 #include <QImage>
@@ -11,8 +12,11 @@
 #include <QPdfWriter>
 #include <QPrintDialog>
 #include <QPrinter>
+#include <QPushButton>
+#include <QTimer>
 #include <QWheelEvent>
 
+#include "desktop/ProgressDialog.h"
 #include "desktop/ViewPicture.h"
 #include "host/CMcuChildFrame.h"
 #include "host/VESK_DLL_Shared_Data_T.h"
@@ -193,6 +197,25 @@ TEST_F(TimelineTest, APictureThatCannotBeWrittenIsToldAndHarmsNothing) {
     m_Viewer.ExpectMessage(message);
     m_Viewer.ClickMenu({"File", "Save picture..."});
     EXPECT_THAT(message, StartsWith("cannot write "));
+}
+
+TEST_F(TimelineTest, ATextExportCancelledInItsProgressDialogLeavesNoFile) {
+    m_Viewer.User().m_ProgressDelay = 0;
+    QTimer person;
+    QObject::connect(&person, &QTimer::timeout, [] {
+        auto* const dialog = dynamic_cast<ProgressDialog*>(QApplication::activeModalWidget());
+        if (dialog) QTest::mouseClick(dialog->findChild<QPushButton*>(), Qt::LeftButton);
+    });
+    person.start();
+    ExpectName(m_Folder / "a.txt");
+    m_Viewer.ClickMenu({"Mcu", "Save to Text ..."});
+    EXPECT_THAT(QDir(QString::fromStdString(m_Folder / "")).entryList({"a.txt*"}), IsEmpty());
+    EXPECT_EQ(QApplication::activeModalWidget(), nullptr);
+
+    person.stop();
+    ExpectName(m_Folder / "a.txt");
+    m_Viewer.ClickMenu({"Mcu", "Save to Text ..."});
+    EXPECT_TRUE(FileOf(m_Folder / "a.txt").startsWith("JobName: "));
 }
 
 TEST_F(TimelineTest, ThePrintedPageIsFilledByThePicture) {
