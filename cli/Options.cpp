@@ -1,7 +1,6 @@
 #include "cli/Options.h"
 
 #include <charconv>
-#include <map>
 
 #include "cli/OptionParsing.h"
 #include "cli/TextEncoding.h"
@@ -38,16 +37,9 @@ std::optional<TargetCapability> ParseCapability(const std::string& text) {
     return capability;
 }
 
-void OfferFormats(CLI::App& app, TableFormat& format,
-                  const std::map<std::string, TableFormat>& formats, const std::string& help) {
-    OfferParsed(
-        app, "--format", format,
-        [formats](const std::string& text) -> std::optional<TableFormat> {
-            const auto found = formats.find(text);
-            if (found == formats.end()) return {};
-            return found->second;
-        },
-        help);
+std::optional<TableFormat> DocumentFormatByName(const std::string& name) {
+    if (name != "text" && name != "json") return {};
+    return TableFormatByName(name);
 }
 
 }  // namespace
@@ -117,20 +109,20 @@ void FindOptions::OfferTo(CLI::App& app) {
     offer("--label", m_Label, "source marks of this name");
     what->require_option(1);
     app.add_flag("--regex", m_IsRegex, "the name is a regular expression, for any part of a name");
+std::optional<TableFormat> TableFormatByName(const std::string& name) {
+    if (name == "text") return TableFormat::kText;
+    if (name == "csv") return TableFormat::kCsv;
+    if (name == "json") return TableFormat::kJson;
+    if (name == "jsonl") return TableFormat::kJsonLines;
+    return {};
 }
 
 void OfferTableFormats(CLI::App& app, TableFormat& format) {
-    OfferFormats(app, format,
-                 {{"text", TableFormat::kText},
-                  {"csv", TableFormat::kCsv},
-                  {"json", TableFormat::kJson},
-                  {"jsonl", TableFormat::kJsonLines}},
-                 "text (default), csv, json or jsonl");
+    OfferParsed(app, "--format", format, TableFormatByName, "text (default), csv, json or jsonl");
 }
 
 void OfferDocumentFormats(CLI::App& app, TableFormat& format) {
-    OfferFormats(app, format, {{"text", TableFormat::kText}, {"json", TableFormat::kJson}},
-                 "text (default) or json");
+    OfferParsed(app, "--format", format, DocumentFormatByName, "text (default) or json");
 }
 
 }  // namespace vesk

@@ -80,6 +80,8 @@ struct Options {
     TableFormat m_Format = TableFormat::kText;
 };
 
+std::optional<TableFormat> TableFormatByName(const std::string&);
+
 // --format with all formats of a table, or with text and json alone.
 void OfferTableFormats(CLI::App&, TableFormat& format);
 void OfferDocumentFormats(CLI::App&, TableFormat& format);

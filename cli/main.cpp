@@ -7,9 +7,11 @@
 
 #include "cli/DumpCommand.h"
 #include "cli/FindCommand.h"
+#include "cli/ExportCommand.h"
 #include "cli/InfoCommand.h"
 #include "cli/Interrupt.h"
 #include "cli/ListCommands.h"
+#include "cli/MarkersCommand.h"
 #include "cli/SimulateCommand.h"
 #include "cli/UnitsCommand.h"
 
@@ -89,6 +91,29 @@ void OfferReadingCommands(CLI::App& app, Options& options, Action& chosen) {
     }
 }
 
+void OfferExport(CLI::App& app, vesk::TextExport*& what, Options& options, Action& chosen) {
+    CLI::App* const sub =
+        app.add_subcommand("export", "write the log as one of the viewer's texts");
+    OfferTextExport(*sub, what);
+    options.m_Input.OfferTo(*sub);
+    options.m_Output.OfferTo(*sub);
+    OfferRange(*sub, options);
+    sub->callback([&] {
+        chosen = [&](Terminal& terminal) { return vesk::RunExport(*what, options, terminal); };
+    });
+}
+
+void OfferMarkers(CLI::App& app, vesk::MarkerOptions& markers, Options& options, Action& chosen) {
+    CLI::App* const sub = app.add_subcommand("markers", "list the markers of a file, or make one");
+    markers.OfferTo(*sub);
+    options.m_Output.OfferTo(*sub);
+    sub->callback([&] {
+        chosen = [&](Terminal& terminal) {
+            return vesk::RunMarkers(markers, options.m_Output, terminal);
+        };
+    });
+}
+
 void OfferSimulate(CLI::App& app, vesk::SimulatorOptions& simulator, Options& options,
                    Action& chosen) {
     CLI::App* const sub = app.add_subcommand("simulate", "write the log of a simulated target");
@@ -121,9 +146,13 @@ ExitCode Run(int count, char** arguments) {
     app.failure_message(CLI::FailureMessage::simple);
     app.set_version_flag("--version", std::string(VESK_VERSION));
     Options options;
+    vesk::TextExport* what = nullptr;
+    vesk::MarkerOptions markers;
     vesk::SimulatorOptions simulator;
     Action chosen;
     OfferReadingCommands(app, options, chosen);
+    OfferExport(app, what, options, chosen);
+    OfferMarkers(app, markers, options, chosen);
     OfferSimulate(app, simulator, options, chosen);
     try {
         app.parse(count, arguments);
