@@ -12,7 +12,7 @@ namespace vesk {
 
 // The greatest number of records that is read: far more than anybody sets, and little enough for
 // any machine.
-constexpr std::int32_t kMostMarkersRead = 1 << 20;
+constexpr std::int32_t kMostMarkersRead = 1 << 16;
 
 std::string MarkersToBytes(const McuMarkerMap&);
 

@@ -6,7 +6,6 @@
 
 namespace {
 
-using testing::ElementsAre;
 using testing::HasSubstr;
 
 class Export : public testing::Test {
@@ -73,15 +72,6 @@ TEST_F(Export, EndsWithTheCodeOfTheReadAndLeavesNoHalfFile) {
         EXPECT_EQ(m_Folder.Vesk(c.line).code, c.code);
         EXPECT_FALSE(m_Folder.Has("out"));
     }
-}
-
-TEST_F(Export, ThatIsInterruptedLeavesNothing) {
-    m_Folder.Vesk("simulate -o long.bin --records 3000000");
-    const ProgramRun run = m_Folder.Shell("timeout -s INT 0.2 $vesk export text long.bin -o out");
-    EXPECT_EQ(run.code, 124);
-    EXPECT_FALSE(m_Folder.Has("out"));
-    EXPECT_THAT(m_Folder.Names(),
-                ElementsAre("long.bin", "long.target.json", "small.bin", "small.target.json"));
 }
 
 // --- Markers -------------------------------------------------------------------------------------

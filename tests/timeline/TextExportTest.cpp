@@ -135,7 +135,7 @@ void Vary(McuJobList& list, Dice& dice) {
 }
 
 TEST(TextExport, IsWhatItsRulesSayForAnyLog) {
-    for (std::uint64_t seed = 0; seed < 300; ++seed) {
+    for (std::uint64_t seed = 0; seed < 150; ++seed) {
         SCOPED_TRACE(seed);
         Dice dice(seed);
         McuJobList list;
