@@ -109,6 +109,8 @@ void FindOptions::OfferTo(CLI::App& app) {
     offer("--label", m_Label, "source marks of this name");
     what->require_option(1);
     app.add_flag("--regex", m_IsRegex, "the name is a regular expression, for any part of a name");
+}
+
 std::optional<TableFormat> TableFormatByName(const std::string& name) {
     if (name == "text") return TableFormat::kText;
     if (name == "csv") return TableFormat::kCsv;
