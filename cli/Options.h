@@ -73,6 +73,7 @@ struct FindOptions {
 };
 
 struct Options {
+    std::string m_File;  // of commands that read no log
     InputOptions m_Input;
     OutputOptions m_Output;
     FilterOptions m_Filter;

@@ -57,12 +57,12 @@ TableWriter& TableWriter::Cell(std::string_view value, Kind kind) {
         PutText(value, kind, column.m_Width);
     } else if (m_Format == TableFormat::kCsv) {
         if (m_InRow) m_Out.Put(',');
-        kind == Kind::kName ? PutCsv(value) : m_Out.Put(value);
+        kind == Kind::kNumber ? m_Out.Put(value) : PutCsv(value);
     } else {
         if (!m_InRow && m_Format == TableFormat::kJson) m_Json.NewLine();
         if (!m_InRow) m_Json.BeginObject();
         m_Json.Key(column.m_Name);
-        kind == Kind::kName ? m_Json.Name(value) : m_Json.Raw(value);
+        kind == Kind::kNumber ? m_Json.Raw(value) : m_Json.Name(value);
     }
     m_InRow = true;
     return *this;

@@ -38,6 +38,9 @@ public:
     // Bytes of a log. In text it stands at the left, so that it fits the last column.
     TableWriter& Name(std::string_view name) { return Cell(name, Kind::kName); }
 
+    // Printable ASCII; it stands at the right, and is no number to programs.
+    TableWriter& Word(std::string_view word) { return Cell(word, Kind::kWord); }
+
     // A time in QBit as people read it, for columns of theirs.
     TableWriter& Milliseconds(std::uint64_t qbits);
     TableWriter& Microseconds(std::uint64_t qbits);
@@ -48,7 +51,7 @@ public:
     std::uint64_t Rows() const { return m_Rows; }
 
 private:
-    enum class Kind { kNumber, kName };
+    enum class Kind { kNumber, kWord, kName };
 
     TableWriter& Cell(std::string_view value, Kind kind);
     void PutHeading();

@@ -6,8 +6,9 @@
 #include <new>
 
 #include "cli/DumpCommand.h"
-#include "cli/FindCommand.h"
 #include "cli/ExportCommand.h"
+#include "cli/FilterCommand.h"
+#include "cli/FindCommand.h"
 #include "cli/InfoCommand.h"
 #include "cli/Interrupt.h"
 #include "cli/ListCommands.h"
@@ -125,6 +126,16 @@ void OfferSimulate(CLI::App& app, vesk::SimulatorOptions& simulator, Options& op
     });
 }
 
+void OfferFilter(CLI::App& app, Options& options, Action& chosen) {
+    CLI::App* const sub =
+        app.add_subcommand("filter", "list what a filter file of the viewer holds");
+    sub->add_option("FILE", options.m_File, "the filter file; - is standard input")->required();
+    options.m_Output.OfferTo(*sub);
+    OfferTableFormats(*sub, options.m_Format);
+    sub->callback(
+        [&] { chosen = [&](Terminal& terminal) { return vesk::RunFilter(options, terminal); }; });
+}
+
 ExitCode RunGuarded(const Action& action, bool quiet) {
     Terminal terminal;
     terminal.m_ShowsProgress = !quiet && isatty(STDERR_FILENO);
@@ -153,6 +164,7 @@ ExitCode Run(int count, char** arguments) {
     OfferReadingCommands(app, options, chosen);
     OfferExport(app, what, options, chosen);
     OfferMarkers(app, markers, options, chosen);
+    OfferFilter(app, options, chosen);
     OfferSimulate(app, simulator, options, chosen);
     try {
         app.parse(count, arguments);

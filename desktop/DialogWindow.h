@@ -20,6 +20,7 @@ public:
     DialogWindow(CDialog& dialog, QWidget* parent);
     ~DialogWindow() override;
 
+    CDialog& Dialog() const { return m_Dialog; }
     // The widget of a control, or null.
     QWidget* WidgetOf(int id) const;
 

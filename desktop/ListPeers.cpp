@@ -162,6 +162,7 @@ public:
             Act([&] { m_List.OnLButtonDown(flags, point); });
         };
         widget.m_OnSelect = [this](int index) { Act([&] { m_List.Select(index); }); };
+        widget.m_OnKey = [this](unsigned key) { Act([&] { m_List.OnKeyDown(key, 1, 0); }); };
     }
     void Invalidated(const CRect&) override { m_Widget.viewport()->update(); }
     void SyncContent() override { m_Widget.Refresh(); }

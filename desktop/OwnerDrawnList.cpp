@@ -1,16 +1,18 @@
 #include "desktop/OwnerDrawnList.h"
 
+#include <QApplication>
 #include <QImage>
 #include <QKeyEvent>
 #include <QMouseEvent>
 #include <QPainter>
 #include <QScrollBar>
-#include <QSignalBlocker>
 
 #include "desktop/InputTranslation.h"
+#include "desktop/QtText.h"
 #include "desktop/SurfacePicture.h"
 #include "platform/CDC.h"
 #include "platform/CListBox.h"
+#include "platform/Keys.h"
 #include "platform/RasterSurface.h"
 #include "platform/SystemMetrics.h"
 #include "platform/UserInterface.h"
@@ -35,15 +37,11 @@ int OwnerDrawnList::FullRows() const {
 }
 
 void OwnerDrawnList::Refresh() {
-    {
-        const QSignalBlocker quiet(verticalScrollBar());
-        verticalScrollBar()->setPageStep(FullRows());
-        verticalScrollBar()->setRange(0, std::max(0, m_List.GetCount() - FullRows()));
-        verticalScrollBar()->setValue(m_List.GetTopIndex());
-    }
-    if (m_List.GetTopIndex() != verticalScrollBar()->value()) {
-        m_List.SetTopIndex(verticalScrollBar()->value());
-    }
+    const int top = m_List.GetTopIndex();
+    verticalScrollBar()->setPageStep(FullRows());
+    verticalScrollBar()->setRange(0, std::max(0, m_List.GetCount() - FullRows()));
+    verticalScrollBar()->setValue(top);
+    m_List.SetTopIndex(verticalScrollBar()->value());
     viewport()->update();
 }
 
@@ -53,7 +51,7 @@ void OwnerDrawnList::resizeEvent(QResizeEvent*) {
 }
 
 QSize OwnerDrawnList::sizeHint() const {
-    return {fontMetrics().averageCharWidth() * 32, m_List.GetItemHeight() * 10 + 2 * frameWidth()};
+    return {fontMetrics().averageCharWidth() * 32, m_List.GetItemHeight() * 16 + 2 * frameWidth()};
 }
 
 void OwnerDrawnList::paintEvent(QPaintEvent*) {
@@ -67,6 +65,13 @@ void OwnerDrawnList::paintEvent(QPaintEvent*) {
     DrawRows();
     QPainter painter(viewport());
     painter.drawImage(QPoint(0, 0), PictureOf(*m_Surface));
+    if (hasFocus()) DrawFocus(painter);
+}
+
+// Of several lists, the one that gets the keys.
+void OwnerDrawnList::DrawFocus(QPainter& painter) {
+    painter.setPen(palette().color(QPalette::Highlight));
+    painter.drawRect(viewport()->rect().adjusted(0, 0, -1, -1));
 }
 
 void OwnerDrawnList::DrawRows() {
@@ -115,13 +120,43 @@ void OwnerDrawnList::keyPressEvent(QKeyEvent* event) {
             row = last;
             break;
         default:
-            return event->ignore();
+            return OtherKey(*event);
     }
+    Select(row);
+}
+
+void OwnerDrawnList::Select(int row) {
+    const int last = m_List.GetCount() - 1;
     if (last < 0) return;
     row = std::clamp(row, 0, last);
     m_OnSelect(row);
     const int top = std::clamp(m_List.GetTopIndex(), row - FullRows() + 1, row);
     verticalScrollBar()->setValue(top);
+}
+
+// Letters and digits lead to names, all other keys are the list's own.
+void OwnerDrawnList::OtherKey(QKeyEvent& event) {
+    const bool isCommand = (event.modifiers() & (Qt::ControlModifier | Qt::AltModifier)) != 0;
+    const QString text = event.text();
+    if (!isCommand && !text.isEmpty() && text[0].isPrint() && !text[0].isSpace()) {
+        JumpTo(text);
+    } else if (!isCommand && event.key() == Qt::Key_Space) {
+        m_OnKey(VK_SPACE);
+    } else {
+        event.ignore();
+    }
+}
+
+// The same character again and again goes from one name that begins with it to the next.
+void OwnerDrawnList::JumpTo(const QString& typed) {
+    if (!m_SinceTyped.isValid() || m_SinceTyped.hasExpired(QApplication::keyboardInputInterval()))
+        m_Typed.clear();
+    m_SinceTyped.start();
+    m_Typed += typed;
+    const bool isOne = m_Typed.count(m_Typed[0]) == m_Typed.size();
+    const int from = m_List.GetCurSel() - (isOne ? 0 : 1);
+    const int row = m_List.FindString(from, FromQt(isOne ? m_Typed.left(1) : m_Typed));
+    if (row != LB_ERR) Select(row);
 }
 
 }  // namespace vesk

@@ -1,6 +1,8 @@
 #pragma once
 
 #include <QAbstractScrollArea>
+#include <QElapsedTimer>
+#include <QString>
 #include <functional>
 #include <memory>
 
@@ -8,6 +10,7 @@
 
 class CListBox;
 class QKeyEvent;
+class QPainter;
 
 namespace vesk {
 
@@ -25,6 +28,7 @@ public:
 
     std::function<void(unsigned flags, CPoint)> m_OnPress;
     std::function<void(int index)> m_OnSelect;  // by the keyboard
+    std::function<void(unsigned key)> m_OnKey;  // VK_... of a key that does not move the selection
 
     QSize sizeHint() const override;
 
@@ -34,13 +38,21 @@ protected:
     void mouseDoubleClickEvent(QMouseEvent* event) override { mousePressEvent(event); }
     void keyPressEvent(QKeyEvent*) override;
     void resizeEvent(QResizeEvent*) override;
+    void focusInEvent(QFocusEvent*) override { viewport()->update(); }
+    void focusOutEvent(QFocusEvent*) override { viewport()->update(); }
 
 private:
+    void Select(int row);
+    void OtherKey(QKeyEvent&);
+    void JumpTo(const QString& typed);
     int FullRows() const;  // entries that fit, at least 1
     void DrawRows();
+    void DrawFocus(QPainter&);
 
     CListBox& m_List;
     std::unique_ptr<RasterSurface> m_Surface;
+    QString m_Typed;  // the beginning of a name, in one go
+    QElapsedTimer m_SinceTyped;
 };
 
 }  // namespace vesk

@@ -2,6 +2,7 @@
 
 #include <cstdint>
 #include <map>
+#include <string>
 #include <string_view>
 
 #include "platform/CString.h"
@@ -12,6 +13,9 @@ namespace vesk {
 // The key under which a name's colour is kept: its last four characters as a number, so names that
 // end alike share a colour.
 std::int32_t ColorKey(std::string_view name);
+
+// The end of the names that have this key: up to four characters, without zeros ahead of them.
+std::string NameEnd(std::int32_t key);
 
 }  // namespace vesk
 

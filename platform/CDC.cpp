@@ -8,6 +8,7 @@
 #include "platform/CPen.h"
 #include "platform/GlyphSource.h"
 #include "platform/Surface.h"
+#include "platform/SystemMetrics.h"
 #include "platform/UserInterface.h"
 
 namespace {
@@ -153,6 +154,23 @@ void CDC::TextOut(int x, int y, std::string_view text) {
 CSize CDC::GetTextExtent(std::string_view text) const {
     if (const vesk::Surface* model = GetModel()) return model->MeasureText(text);
     return vesk::MeasureText(text, vesk::CurrentUserInterface().Glyphs());
+}
+
+void CDC::DrawFrameControl(const CRect& rect, unsigned kind, unsigned state) {
+    constexpr unsigned kKnownStates = DFCS_FLAT | DFCS_CHECKED | DFCS_INACTIVE;
+    vesk::Surface* surface = GetSurface();
+    if (!surface || kind != DFC_BUTTON || (state & ~kKnownStates) != 0 || !(state & DFCS_FLAT))
+        return;
+    const bool inactive = (state & DFCS_INACTIVE) != 0;
+    const COLORREF color = GetSysColor(inactive ? COLOR_GRAYTEXT : COLOR_WINDOWTEXT);
+    const CRect box = ToSurface(rect);
+    surface->Rectangle(box, CPen(PS_SOLID, 1, color), CBrush(GetSysColor(COLOR_WINDOW)));
+    if ((state & DFCS_CHECKED) == 0) return;
+    const int width = box.Width(), height = box.Height();
+    const CPoint bend{box.left + width * 2 / 5, box.bottom - height * 3 / 10 - 1};
+    const CPen pen(PS_SOLID, 2, color);
+    surface->Line({box.left + width / 5, box.top + height / 2}, bend, pen);
+    surface->Line(bend, {box.right - width / 5, box.top + height / 5}, pen);
 }
 
 bool CDC::CreateCompatibleDC(CDC* other) {

@@ -20,6 +20,11 @@ class Surface;
 constexpr int TRANSPARENT = 1;
 constexpr int OPAQUE = 2;
 constexpr unsigned SRCCOPY = 0x00CC0020;
+constexpr unsigned DFC_BUTTON = 4;
+constexpr unsigned DFCS_BUTTONCHECK = 0x0000;
+constexpr unsigned DFCS_INACTIVE = 0x0100;
+constexpr unsigned DFCS_CHECKED = 0x0400;
+constexpr unsigned DFCS_FLAT = 0x4000;
 
 // A drawing context: pen, brush, colours, position and origin, and the surface they work on. The
 // window origin is the logical point that lies at the surface's top left. Borrows the surface and
@@ -65,6 +70,9 @@ public:
     void RoundRect(const CRect&, CPoint corner);
     void TextOut(int x, int y, std::string_view);  // opaque mode fills the text's box first
     CSize GetTextExtent(std::string_view) const;
+    // A control in the system's colours; of kinds and states only flat check boxes, DFC_BUTTON with
+    // DFCS_BUTTONCHECK and DFCS_FLAT, checked or not, inactive or not. Anything else draws nothing.
+    void DrawFrameControl(const CRect&, unsigned kind, unsigned state);
 
     // --- Memory contexts -----------------------------------------------------------------------
 

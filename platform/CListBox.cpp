@@ -27,6 +27,17 @@ void CListBox::GetText(int index, CString& text) const {
     text = IsIndex(index) ? At(index).m_Text : CString();
 }
 
+int CListBox::FindString(int after, const CString& beginning) const {
+    const int count = GetCount();
+    const std::string& wanted = beginning.Str();
+    for (int step = 0; step < count; ++step) {
+        const int index = (std::clamp(after, -1, count - 1) + 1 + step) % count;
+        const std::string start = At(index).m_Text.Str().substr(0, wanted.size());
+        if (vesk::CompareFolded(start, wanted) == 0) return index;
+    }
+    return LB_ERR;
+}
+
 int CListBox::GetCurSel() const {
     const auto selected = [](const Item& item) { return item.m_Selected; };
     const auto found = std::find_if(m_Items.begin(), m_Items.end(), selected);

@@ -27,6 +27,9 @@ public:
     void ResetContent();
     int GetCount() const { return static_cast<int>(m_Items.size()); }
     void GetText(int index, CString& text) const;  // empty for an index that does not exist
+    // The next entry behind one that begins with a text, without regard to the case of a to z;
+    // from the last entry the search goes on at the first. -1 for from the start; LB_ERR for none.
+    int FindString(int after, const CString& beginning) const;
     int GetCurSel() const;     // the selected entry, the first of several; LB_ERR for none
     int SetCurSel(int index);  // -1 for none; LB_ERR for that, and for a list for several
     bool GetSel(int index) const;

@@ -116,6 +116,12 @@ bool DialogUser::Select(int id, int index) {
     return true;
 }
 
+bool DialogUser::PressAt(int id, CPoint point) {
+    CWnd* const window = Reach<CWnd>("press", id);
+    if (window) window->OnLButtonDown(MK_LBUTTON, point);
+    return window;
+}
+
 bool DialogUser::Key(unsigned key) {
     if (m_Dialog.HasEnded()) return Fail(FormatText("key %u: the dialog has ended", key));
     if (m_Dialog.OnKey(key)) return true;

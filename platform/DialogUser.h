@@ -22,6 +22,7 @@ public:
     bool Choose(int id, int index);          // entry of a combo box
     bool Choose(int id, const CString& text);
     bool Select(int id, int index);  // line of a list
+    bool PressAt(int id, CPoint);    // left button, on a control that decides by the place
     bool Key(unsigned key);          // Return, Escape: default button, cancel; else to the focus
 
     CString Text(int id) const;

@@ -78,8 +78,41 @@ constexpr ControlTemplate kFind[] = {
     {Button, IDCANCEL, "Cancel", kDialog, 4, 3, 1, 1},
 };
 
+constexpr const char* kAllOn = "All O&n";
+constexpr const char* kAllOff = "All O&ff";
+constexpr int kTasksGroup = 0;
+constexpr int kFunctionsGroup = 4;
+constexpr int kExtraGroup = 8;
+constexpr int kLabelsGroup = 12;
+constexpr int kHardwareGroup = 16;
+constexpr ControlTemplate kFilter[] = {
+    {Group, kNoId, "Display tasks", kDialog, 0, 0, 1, 1},
+    {ListBox, 1026, "", kTasksGroup, 0, 0, 1, 2, kOwnerDrawn},
+    {Button, 3, kAllOn, kTasksGroup, 1, 0, 1, 1},
+    {Button, 4, kAllOff, kTasksGroup, 1, 1, 1, 1},
+    {Group, kNoId, "Functions", kDialog, 0, 1, 1, 1},
+    {ListBox, 1027, "", kFunctionsGroup, 0, 0, 1, 2, kOwnerDrawn},
+    {Button, 5, kAllOn, kFunctionsGroup, 1, 0, 1, 1},
+    {Button, 6, kAllOff, kFunctionsGroup, 1, 1, 1, 1},
+    {Group, kNoId, "Extra/Monitor info", kDialog, 0, 2, 1, 1},
+    {ListBox, 1028, "", kExtraGroup, 0, 0, 1, 2, kOwnerDrawn},
+    {Button, 7, kAllOn, kExtraGroup, 1, 0, 1, 1},
+    {Button, 8, kAllOff, kExtraGroup, 1, 1, 1, 1},
+    {Group, kNoId, "Labels", kDialog, 0, 3, 1, 1},
+    {ListBox, 1029, "", kLabelsGroup, 0, 0, 1, 2, kOwnerDrawn},
+    {Button, 9, kAllOn, kLabelsGroup, 1, 0, 1, 1},
+    {Button, 10, kAllOff, kLabelsGroup, 1, 1, 1, 1},
+    {Group, kNoId, "HW event", kDialog, 0, 4, 1, 1},
+    {ListBox, 1030, "", kHardwareGroup, 0, 0, 1, 1},
+    {Button, 1978, "Export", kDialog, 1, 0, 1, 1},
+    {Button, 1977, "Import", kDialog, 1, 1, 1, 1},
+    {Button, IDOK, "OK", kDialog, 1, 3, 1, 1, kDefault},
+    {Button, IDCANCEL, "Cancel", kDialog, 1, 4, 1, 1},
+};
+
 constexpr DialogTemplate kDialogs[] = {
     {201, "Go To ...", kGoto},
+    {202, "Filter", kFilter},
     {204, "", kMarkerPair},
     {235, "Find ...", kFind},
     {312, "Display Vesk With Another Header File", kNoHeader},

@@ -171,6 +171,9 @@ public:
 
     // --- Filter --------------------------------------------------------------------------------
 
+    // Lets the user choose the lanes, curves and colours; the lanes begin at the bottom again.
+    void OnMcuFilter();
+
     // --- Exports -------------------------------------------------------------------------------
 
     // Each asks for the file. The whole log goes out, whatever the view shows.

@@ -58,6 +58,7 @@ const vesk::MessageMap* CMcuView::GetMessageMap() const {
         Command<&V::OnViewSavetext_CustomLogging>(40307),
         Command<&V::OnMcuExportMarker>(40202),
         Command<&V::OnMcuImportMarker>(40203),
+        Command<&V::OnMcuFilter>(40139),
     };
     static const vesk::MessageMap kMap{CView::GetMessageMap(), kEntries};
     return &kMap;

@@ -34,6 +34,16 @@ TEST(ColorKey, IsMadeOfTheLastFourCharacters) {
     for (const auto& c : cases) EXPECT_EQ(vesk::ColorKey(c.name), c.key) << c.name;
 }
 
+TEST(NameEnd, IsWhatEveryNameOfAKeyEndsIn) {
+    for (const char* name : {"", "A", "IDLE", "\xFF", "A\xFF", "\x80zzz", "z\x80\xFF\x80"})
+        EXPECT_EQ(vesk::NameEnd(vesk::ColorKey(name)), name);
+    EXPECT_EQ(vesk::NameEnd(vesk::ColorKey("a longer IDLE")), "IDLE");
+    for (std::uint32_t key = 1; key != 0; key <<= 1) {
+        const auto number = static_cast<std::int32_t>(key * 0x9E3779B1);
+        EXPECT_EQ(vesk::ColorKey(vesk::NameEnd(number)), number);
+    }
+}
+
 TEST(ColorMap, GivesBlackForAMissingKeyAndUpdatesOnlyWhatItHolds) {
     McuColorMap map;
     map.m_Colors[5] = 0x123456;

@@ -11,6 +11,8 @@
 #include "platform/CPen.h"
 #include "platform/RasterSurface.h"
 #include "platform/RecordingSurface.h"
+#include "platform/SystemMetrics.h"
+#include "platform/Text.h"
 #include "platform/UserInterface.h"
 
 namespace vesk {
@@ -174,6 +176,17 @@ TEST(DrawingContextOnPixels, BeginsAfreshOnASurfaceThatWasUsedBefore) {
     EXPECT_EQ(surface.PixelAt(2, 2), 0x0000FFu);
     EXPECT_EQ(surface.PixelAt(4, 4), 0x0000FFu);
     EXPECT_EQ(surface.PixelAt(5, 5), 0xFFFFFFu);
+}
+
+TEST_F(DrawingContext, DrawsFlatCheckBoxesOnly) {
+    m_Dc.SetWindowOrg(10, 10);
+    m_Dc.DrawFrameControl({12, 13, 22, 23}, DFC_BUTTON, DFCS_BUTTONCHECK);
+    m_Dc.DrawFrameControl({12, 13, 22, 23}, 1, DFCS_FLAT);
+    m_Dc.DrawFrameControl({12, 13, 22, 23}, DFC_BUTTON, DFCS_FLAT | 0x10);
+    m_Dc.DrawFrameControl({12, 13, 22, 23}, DFC_BUTTON, DFCS_FLAT | DFCS_INACTIVE);
+    const COLORREF gray = GetSysColor(COLOR_GRAYTEXT), ground = GetSysColor(COLOR_WINDOW);
+    EXPECT_THAT(m_Surface.Lines(),
+                ElementsAre(FormatText("rect 2,3 10x10 solid 1 %06X on %06X", gray, ground)));
 }
 
 }  // namespace

@@ -187,6 +187,22 @@ TEST_F(Controls, ListsSortWithoutRegardToCase) {
                 ElementsAre("a", "b", "B", "C", "_"));
 }
 
+TEST_F(Controls, ListsFindTheNextEntryThatBeginsWithAText) {
+    CListBox list;
+    EXPECT_EQ(list.FindString(-1, "a"), LB_ERR);
+    Fill(list, {"Alpha", "beta", "ALTO", "alp"});
+    const struct {
+        int after;
+        const char* beginning;
+        int found;
+    } cases[] = {
+        {-1, "al", 0},  {0, "al", 2},  {2, "al", 3},      {3, "al", 0}, {0, "BETA", 1},
+        {1, "beta", 1}, {-1, "x", -1}, {-1, "betas", -1}, {-9, "", 0},  {kGreatest, "alp", 0},
+    };
+    for (const auto& c : cases)
+        EXPECT_EQ(list.FindString(c.after, c.beginning), c.found) << c.after << c.beginning;
+}
+
 TEST_F(Controls, ListsForOneSelectOne) {
     CListBox list;
     Fill(Put(list, 7), {"a", "b", "c"});
