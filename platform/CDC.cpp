@@ -173,6 +173,11 @@ void CDC::DrawFrameControl(const CRect& rect, unsigned kind, unsigned state) {
     surface->Line(bend, {box.right - width / 5, box.top + height / 5}, pen);
 }
 
+bool CDC::GetTextMetrics(TEXTMETRIC* metric) const {
+    metric->tmHeight = GetTextExtent({}).cy;
+    return true;
+}
+
 bool CDC::CreateCompatibleDC(CDC* other) {
     m_Surface = nullptr;
     m_Bitmap = nullptr;

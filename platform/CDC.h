@@ -26,6 +26,11 @@ constexpr unsigned DFCS_INACTIVE = 0x0100;
 constexpr unsigned DFCS_CHECKED = 0x0400;
 constexpr unsigned DFCS_FLAT = 0x4000;
 
+// Sizes of a font, in pixels.
+struct TEXTMETRIC {
+    int tmHeight = 0;  // of a line
+};
+
 // A drawing context: pen, brush, colours, position and origin, and the surface they work on. The
 // window origin is the logical point that lies at the surface's top left. Borrows the surface and
 // the selected objects, which must outlive their selection. A context without a surface draws
@@ -73,6 +78,7 @@ public:
     // A control in the system's colours; of kinds and states only flat check boxes, DFC_BUTTON with
     // DFCS_BUTTONCHECK and DFCS_FLAT, checked or not, inactive or not. Anything else draws nothing.
     void DrawFrameControl(const CRect&, unsigned kind, unsigned state);
+    bool GetTextMetrics(TEXTMETRIC*) const;
 
     // --- Memory contexts -----------------------------------------------------------------------
 

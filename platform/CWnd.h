@@ -1,5 +1,6 @@
 #pragma once
 
+#include <cstdint>
 #include <memory>
 #include <vector>
 
@@ -31,6 +32,17 @@ constexpr unsigned MK_SHIFT = 0x04;
 constexpr unsigned MK_CONTROL = 0x08;
 constexpr unsigned MK_MBUTTON = 0x10;
 constexpr unsigned MK_ALT = 0x20;
+
+namespace vesk {
+
+// How the pointer looks over a part of a window.
+enum class PointerShape : std::uint8_t {
+    Arrow,
+    Hand,            // takes hold of something
+    SizeHorizontal,  // moves an edge left and right
+};
+
+}  // namespace vesk
 
 // Where a window stands when it is normal, and how it is shown now.
 struct WINDOWPLACEMENT {
@@ -128,6 +140,8 @@ public:
     virtual void OnSetFocus(CWnd* /*previous*/) {}
     virtual void OnClose() { DestroyWindow(); }
     virtual void OnInitMenuPopup(CMenu*, unsigned /*index*/, bool /*system*/) {}
+
+    virtual vesk::PointerShape PointerAt(CPoint) const { return vesk::PointerShape::Arrow; }
 
     // A child's notification: a control's id and what happened to it.
     virtual void OnNotify(int id, int code);

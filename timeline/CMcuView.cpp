@@ -102,18 +102,3 @@ void CMcuView::Reload() {
     Init();
     Invalidate();
 }
-
-// --- Tool tip ------------------------------------------------------------------------------------
-
-bool CMcuView::InitToolTip() {
-    if (m_ToolTip) return true;
-    m_ToolTip = std::make_unique<CToolTipCtrl>();
-    return m_ToolTip->Create(this);
-}
-
-void CMcuView::HideToolTip() {
-    if (m_ToolTipShown == 0) return;
-    if (m_ToolTip) m_ToolTip->TrackActivate(false);
-    m_ToolTipShown = 0;
-    m_ToolTipJob = McuJob();
-}

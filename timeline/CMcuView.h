@@ -1,6 +1,7 @@
 #pragma once
 
 #include <cstdint>
+#include <functional>
 #include <list>
 #include <memory>
 #include <optional>
@@ -88,10 +89,11 @@ public:
     void OnMouseWheel(unsigned flags, int delta, CPoint) override;
     void OnMButtonDown(unsigned flags, CPoint) override;
     void OnMButtonUp(unsigned flags, CPoint) override;
+    void OnLButtonDown(unsigned flags, CPoint) override;
+    void OnLButtonUp(unsigned flags, CPoint) override;
     void OnMouseMove(unsigned flags, CPoint) override;
     void OnKeyDown(unsigned key, unsigned repeat, unsigned modifiers) override;
-    bool InitToolTip();
-    void HideToolTip();
+    vesk::PointerShape PointerAt(CPoint) const override;
 
     // --- Ways through the log beside the commands ------------------------------------------------
 
@@ -141,6 +143,24 @@ public:
     void OnUpdateMcuDisableCustomLogging(CCmdUI*);
 
     // --- Pointing ------------------------------------------------------------------------------
+
+    // What lies under a client point, in a band of the pure outlook that is h high and ends at y0,
+    // on a canvas that begins at left: the first of the visible records, and only on a hit. Cost
+    // does not grow with the number of records, but for the length of a text.
+    bool HitTest(CPoint, int h, int left, int y0, McuJob& hit, int& index);
+    bool HitTest_CustomJob(CPoint, int h, int left, int y0, McuJob& hit, std::uint64_t& end);
+    // The text of all calls there, with room for so many lines; empty and 0 without any.
+    bool HitTest_CustomJobCS(CPoint, int h, int left, int y0, CString& text, int& lines);
+    bool HitTest_SourceMark(CPoint, int h, int left, int y0, McuJob& hit);
+
+    // Makes the tip once; false if it cannot be made, and then there are no tips.
+    bool InitToolTip();
+    // Each opens the tip of what lies under the point, or leaves things as they are.
+    void DisplayToolTip(CPoint, int h, int left, int y0);
+    void DisplayCustomJobToolTip(CPoint, int h, int left, int y0);
+    void DisplaySourceMarkToolTip(CPoint, int h, int left, int y0);
+    void DisplayToolTip(CPoint, CString& text);  // opens or moves it, with a finished text
+    void HideToolTip();
 
     // --- Going, finding and markers ------------------------------------------------------------
 
@@ -245,8 +265,9 @@ public:
     std::int32_t* m_DragRangeX = nullptr;  // the range handle that is dragged
     std::int32_t m_RangeX1 = 0;
     std::int32_t m_RangeX2 = 0;
-    McuJob m_ToolTipJob;
-    CString m_ToolTipText;
+    TOOLINFO m_ToolInfo;
+    McuJob m_ToolTipJob;    // what the tip stands for, unless that is calls
+    CString m_ToolTipText;  // of the last tip of calls
     std::int32_t m_ToolTipShown = 0;
     std::unique_ptr<CToolTipCtrl> m_ToolTip;
     std::vector<std::string> m_RelativeList;  // lanes of tasks and interrupts, from the bottom up
@@ -275,6 +296,25 @@ private:
         std::uint64_t m_TimeOffset;
         std::int32_t m_LaneOffset;
     };
+
+    // Visible records of a container, and what is known of their order.
+    struct Stretch;
+    Stretch StretchOf(const std::vector<McuJob>&, int first, int last);
+    int BarAt(const Stretch&, int left, int x) const;
+    using CallVisitor = std::function<bool(const McuJob&, std::uint64_t end)>;
+    void VisitCallsAt(int left, int x, const CallVisitor&);
+    bool HasCallAt(CPoint, int h, int left, int y0);
+    void PlaceToolTip(CPoint, CString& text, int lines);
+    void OpenToolTips(CPoint);
+    bool IsToolTipFor(CPoint);
+
+    std::int32_t MarkerAt(CPoint) const;  // whose label it is, -1 for none
+    std::int32_t CMcuView::*HandleAt(int x) const;
+    std::uint64_t DragTime(int x) const;  // within the view and the log
+    void DragHandle(int x);
+    void DragLine(std::uint64_t time);
+    void ShowRange() const;
+    void Pan(unsigned flags, CPoint);
 
     vesk::ScrollMapping TimeMapping() const;
     void PlaceBars(int cx, int cy);

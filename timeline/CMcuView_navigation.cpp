@@ -91,14 +91,13 @@ void CMcuView::OnMButtonUp(unsigned, CPoint) {
 }
 
 // Always from where the drag began, so that parts of a QBit or of a lane don't get lost.
-void CMcuView::OnMouseMove(unsigned flags, CPoint point) {
+void CMcuView::Pan(unsigned flags, CPoint point) {
     if ((flags & MK_MBUTTON) == 0) m_Pan.reset();
     if (m_Pan) {
         m_LaneOffset = m_Pan->m_LaneOffset;
         m_TimeOffset = m_Pan->m_TimeOffset;
         PanBy(point.x - m_Pan->m_Point.x, point.y - m_Pan->m_Point.y);
     }
-    CView::OnMouseMove(flags, point);
 }
 
 void CMcuView::OnKeyDown(unsigned key, unsigned repeat, unsigned modifiers) {

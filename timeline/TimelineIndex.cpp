@@ -6,6 +6,7 @@
 #include "timeline/CustomIndex.h"
 #include "timeline/FrameIndex.h"
 #include "timeline/JobStripIndex.h"
+#include "timeline/RecordHits.h"
 #include "timeline/RecordOrder.h"
 
 namespace vesk {
@@ -57,6 +58,12 @@ AxisIndex& TimelineIndex::Axes() {
 
 FrameIndex& TimelineIndex::Frames() {
     return Built(m_Frames, m_List);
+}
+
+const RecordHits& TimelineIndex::Hits(const std::vector<McuJob>& container) {
+    auto& hits = m_Hits[&container];
+    if (!hits) hits = std::make_unique<RecordHits>(container, m_List.m_EndTime);
+    return *hits;
 }
 
 }  // namespace vesk

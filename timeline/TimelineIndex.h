@@ -3,7 +3,9 @@
 #include <map>
 #include <memory>
 #include <string>
+#include <vector>
 
+class McuJob;
 class McuJobList;
 
 namespace vesk {
@@ -14,6 +16,7 @@ class JobStripIndex;
 class RecordOrder;
 class CurveIndex;
 class CustomIndex;
+class RecordHits;
 
 // What the timeline derives from a log so that painting costs what the window shows. Each part is
 // built when it is first asked for. Borrows the job list, which must not change meanwhile.
@@ -31,6 +34,8 @@ public:
     CustomIndex& Custom();  // segments and calls of functions
     AxisIndex& Axes();      // numbers of jobs that are short enough for a label
     FrameIndex& Frames();   // where frame numbers pass a value
+    // Which records of one of the list's containers can lie under a point.
+    const RecordHits& Hits(const std::vector<McuJob>& container);
 
 private:
     const McuJobList& m_List;
@@ -41,6 +46,7 @@ private:
     std::unique_ptr<CustomIndex> m_Custom;
     std::unique_ptr<AxisIndex> m_Axes;
     std::unique_ptr<FrameIndex> m_Frames;
+    std::map<const std::vector<McuJob>*, std::unique_ptr<RecordHits>> m_Hits;
 };
 
 }  // namespace vesk

@@ -212,7 +212,13 @@ TEST_F(Windows, ToolTipsGetARealWindowAndFollowTheirOwner) {
     EXPECT_TRUE(tip.Create(&m_Window));
     EXPECT_EQ(maker.m_For, &tip);
     EXPECT_EQ(tip.Owner(), &m_Window);
-    tip.UpdateTipText("tip");
+    TOOLINFO tool;
+    tool.uId = &m_Window;
+    EXPECT_TRUE(tip.AddTool(tool));
+    EXPECT_FALSE(tip.AddTool(tool)) << "one at a time";
+    tip.UpdateTipText("tip", &m_Window);
+    tip.UpdateTipText("of another window", &tip);
+    EXPECT_EQ(tip.GetWindowText(), "tip");
     for (int time = 0; time < 2; ++time) {
         tip.TrackPosition({3, 4});
         tip.TrackActivate(true);
