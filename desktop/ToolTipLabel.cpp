@@ -2,64 +2,100 @@
 
 #include <QGuiApplication>
 #include <QLabel>
+#include <QPointer>
 #include <QScreen>
+#include <QStringList>
 #include <QToolTip>
+#include <QWindow>
 #include <algorithm>
 
 #include "desktop/InputTranslation.h"
 #include "desktop/QtText.h"
+#include "desktop/ViewWidget.h"
 #include "platform/CToolTipCtrl.h"
 
 namespace vesk {
 
 namespace {
 
+constexpr int kMargin = 3;
+constexpr int kFrame = 1;
+
 class ToolTipLabel : public WindowPeer {
 public:
-    explicit ToolTipLabel(CToolTipCtrl& tip) : m_Tip(tip), m_Label(nullptr, Qt::ToolTip) {
+    explicit ToolTipLabel(CToolTipCtrl& tip)
+        : m_Tip(tip),
+          m_Label(nullptr,
+                  Qt::ToolTip | Qt::WindowTransparentForInput | Qt::WindowDoesNotAcceptFocus) {
         m_Label.setObjectName("tip");
         m_Label.setTextFormat(Qt::PlainText);
         m_Label.setAttribute(Qt::WA_ShowWithoutActivating);
         m_Label.setAttribute(Qt::WA_TransparentForMouseEvents);
         m_Label.setPalette(QToolTip::palette());
         m_Label.setFrameStyle(QFrame::Box | QFrame::Plain);
-        m_Label.setMargin(2);
-        ShowText();
+        m_Label.setLineWidth(kFrame);
+        m_Label.setMargin(kMargin);
+        QObject::connect(qGuiApp, &QGuiApplication::focusWindowChanged, &m_Label,
+                         [this] { ShowOrHide(); });
     }
 
     void Changed(Aspect aspect) override {
-        if (aspect == Aspect::Text) ShowText();
-        if (aspect == Aspect::Text || aspect == Aspect::Position) Place();
         if (aspect == Aspect::Visible) {
-            Place();
-            m_Label.setVisible(m_Tip.IsWindowVisible());
+            m_UserWindow = QGuiApplication::focusWindow();
+            ShowOrHide();
+        } else if (m_Tip.IsWindowVisible()) {
+            Refresh();
         }
     }
     CPoint ScreenOrigin() const override { return PixelOf(m_Label.pos()); }
 
 private:
-    void ShowText() {
-        m_Label.setText(ToQt(m_Tip.GetWindowText()).remove('\r'));
-        m_Label.adjustSize();
+    // A tip stays on top of everything: it must not lie over a dialog or another program.
+    void ShowOrHide() {
+        const bool isShown =
+            m_Tip.IsWindowVisible() && QGuiApplication::focusWindow() == m_UserWindow;
+        if (isShown) Refresh();
+        m_Label.setVisible(isShown);
     }
 
-    // At its point, unless it would leave the screen there.
-    void Place() {
+    void Refresh() {
+        const QRect area = Screen().availableGeometry();
+        m_Label.setText(FittingText(area.size()));
+        m_Label.adjustSize();
+        // At its point, unless it would leave the screen there.
         const CPoint at = m_Tip.Position();
-        QPoint place(at.x, at.y);
-        const QScreen* screen = QGuiApplication::screenAt(place);
-        if (screen) {
-            const QRect area = screen->geometry();
-            place.setX(
-                std::max(area.left(), std::min(place.x(), area.right() + 1 - m_Label.width())));
-            place.setY(
-                std::max(area.top(), std::min(place.y(), area.bottom() + 1 - m_Label.height())));
+        const int right = area.right() + 1 - m_Label.width();
+        const int bottom = area.bottom() + 1 - m_Label.height();
+        m_Label.move(std::max(area.left(), std::min(at.x, right)),
+                     std::max(area.top(), std::min(at.y, bottom)));
+    }
+
+    // The one that the owner stands on; the tip's own point may lie on none.
+    const QScreen& Screen() const {
+        const CWnd* const owner = m_Tip.Owner();
+        const ViewWidget* const widget = owner ? ViewWidget::Of(owner->Peer()) : nullptr;
+        return widget ? *widget->screen() : *QGuiApplication::primaryScreen();
+    }
+
+    // The text's own lines, each as far as the screen is wide, and as many as it is high.
+    QString FittingText(const QSize& area) const {
+        constexpr int kAround = 2 * (kMargin + kFrame);
+        const QFontMetrics metrics(m_Label.font());
+        QStringList lines = ToQt(m_Tip.GetWindowText()).remove('\r').split('\n');
+        const auto most = std::max<qsizetype>(2, (area.height() - kAround) / metrics.lineSpacing());
+        const qsizetype count = lines.size();
+        if (count > most) {
+            lines.resize(most - 1);
+            lines.push_back(QString("... and %1 lines more").arg(count - (most - 1)));
         }
-        m_Label.move(place);
+        for (QString& line : lines)
+            line = metrics.elidedText(line, Qt::ElideRight, area.width() - kAround);
+        return lines.join('\n');
     }
 
     CToolTipCtrl& m_Tip;
     QLabel m_Label;
+    QPointer<QWindow> m_UserWindow;  // the one that had the focus when the tip opened
 };
 
 }  // namespace

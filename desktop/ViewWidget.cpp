@@ -42,6 +42,21 @@ private:
     QPointer<ViewWidget> m_Widget;
 };
 
+namespace {
+
+Qt::CursorShape CursorOf(PointerShape shape) {
+    switch (shape) {
+        case PointerShape::Hand:
+            return Qt::PointingHandCursor;
+        case PointerShape::SizeHorizontal:
+            return Qt::SizeHorCursor;
+        default:
+            return Qt::ArrowCursor;
+    }
+}
+
+}  // namespace
+
 ViewWidget::ViewWidget(QWidget& parent, CView& view) : QWidget(&parent), m_View(&view) {
     setAttribute(Qt::WA_OpaquePaintEvent);
     setFocusPolicy(Qt::StrongFocus);
@@ -93,6 +108,7 @@ void ViewWidget::mousePressEvent(QMouseEvent* event) {
     } else if (event->button() == Qt::MiddleButton) {
         m_View->OnMButtonDown(MouseFlags(*event), PixelOf(event->position()));
     }
+    ShowPointer(*event);
 }
 
 // The context menu opens when the button comes up, so that its first click is a new one.
@@ -103,12 +119,20 @@ void ViewWidget::mouseReleaseEvent(QMouseEvent* event) {
     } else if (event->button() == Qt::MiddleButton) {
         m_View->OnMButtonUp(MouseFlags(*event), PixelOf(event->position()));
     } else if (event->button() == Qt::RightButton && rect().contains(event->position().toPoint())) {
-        OpenContextMenu(event->globalPosition());
+        return OpenContextMenu(event->globalPosition());
     }
+    ShowPointer(*event);
 }
 
 void ViewWidget::mouseMoveEvent(QMouseEvent* event) {
     if (m_View) m_View->OnMouseMove(MouseFlags(*event), PixelOf(event->position()));
+    ShowPointer(*event);
+}
+
+void ViewWidget::ShowPointer(const QMouseEvent& event) {
+    if (!m_View) return;
+    const Qt::CursorShape shape = CursorOf(m_View->PointerAt(PixelOf(event.position())));
+    if (cursor().shape() != shape) setCursor(shape);
 }
 
 // What is turned sideways, by a touchpad or a second wheel, is turned with Shift for the view.

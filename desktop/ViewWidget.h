@@ -45,6 +45,7 @@ protected:
 private:
     class Peer;
     void OpenContextMenu(const QPointF& global);
+    void ShowPointer(const QMouseEvent&);
 
     CView* m_View;
     std::unique_ptr<RasterSurface> m_Surface;

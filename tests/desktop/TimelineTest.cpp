@@ -7,6 +7,7 @@
 #include <QFile>
 #include <QFileDialog>
 #include <QImage>
+#include <QLabel>
 #include <QLineEdit>
 #include <QMdiSubWindow>
 #include <QPdfWriter>
@@ -52,12 +53,19 @@ protected:
     void Press(Qt::Key key, Qt::KeyboardModifiers modifiers = {}) {
         QTest::keyClick(&Widget(), key, modifiers);
     }
-    void Drag(QPoint from, QPoint to) {
-        QTest::mousePress(&Widget(), Qt::MiddleButton, {}, from);
+    void Drag(QPoint from, QPoint to, Qt::MouseButton button = Qt::MiddleButton) {
+        QTest::mousePress(&Widget(), button, {}, from);
         QMouseEvent move(QEvent::MouseMove, to, Widget().mapToGlobal(QPointF(to)), Qt::NoButton,
-                         Qt::MiddleButton, Qt::NoModifier);
+                         button, Qt::NoModifier);
         QApplication::sendEvent(&Widget(), &move);
-        QTest::mouseRelease(&Widget(), Qt::MiddleButton, {}, to);
+        QTest::mouseRelease(&Widget(), button, {}, to);
+    }
+    // The timeline's tip, if it is open.
+    static const QLabel* Tip() {
+        for (const QWidget* widget : QApplication::topLevelWidgets())
+            if (widget->objectName() == "tip" && widget->isVisible())
+                return dynamic_cast<const QLabel*>(widget);
+        return nullptr;
     }
     QByteArray FileOf(const std::string& path) const {
         QFile file(QString::fromStdString(path));
@@ -109,6 +117,49 @@ TEST_F(TimelineTest, TheMiddleButtonDragsTheLogAlong) {
     const auto under = static_cast<double>(View().Scale().TimeAt(300));
     Drag({300, 100}, {260, 100});
     EXPECT_NEAR(static_cast<double>(View().Scale().TimeAt(260)), under, 2);
+}
+
+// A click on the middle of the longest job in sight.
+TEST_F(TimelineTest, AClickOnAJobOpensItsTip) {
+    const McuJobList& jobs = CMcuView::Jobs();
+    McuJob longest;
+    for (int i = View().m_JobFirst; i < View().m_JobLast; ++i) {
+        const McuJob& job = jobs[static_cast<std::size_t>(i)];
+        if (job.m_EndTime > longest.m_EndTime + job.m_StartTime - longest.m_StartTime)
+            longest = job;
+    }
+    const TimeScale scale = View().Scale();
+    const auto middle =
+        (scale.PixelAt(longest.m_StartTime) +
+         std::min<std::int64_t>(scale.PixelAt(longest.m_EndTime), View().CanvasRight())) /
+        2;
+    const QPoint at(static_cast<int>(middle), View().m_CanvasBottom * 5 / 8);
+    QTest::mouseClick(&Widget(), Qt::LeftButton, {}, at);
+    const QLabel* const tip = Tip();
+    ASSERT_NE(tip, nullptr);
+    EXPECT_EQ(
+        tip->text().section('\n', 0, 1).toStdString(),
+        "Job  = " + longest.m_Name + "\nStart = " + std::to_string(longest.m_StartTime) + " QBits");
+    EXPECT_TRUE(Widget().screen()->availableGeometry().contains(tip->geometry()));
+    EXPECT_TRUE(m_Viewer.Window().isActiveWindow());
+    EXPECT_EQ(View().m_CursorTime, scale.TimeAt(at.x()));
+    QTest::mouseMove(&Widget(), {at.x(), 5});
+    EXPECT_EQ(Tip(), nullptr);
+}
+
+TEST_F(TimelineTest, AMarkerIsDraggedByItsLabel) {
+    McuMarkerMap& markers = global_vesk_doc_ptr->m_Markers;
+    const TimeScale scale = View().Scale();
+    markers[5] = scale.TimeAt(180);
+    QTest::mouseMove(&Widget(), {180, 15});
+    EXPECT_EQ(Widget().cursor().shape(), Qt::PointingHandCursor);
+    Drag({180, 15}, {300, 15}, Qt::LeftButton);
+    EXPECT_EQ(markers[5], scale.TimeAt(300));
+    EXPECT_EQ(View().m_DragMarkerIndex, 5);
+    QTest::mouseMove(&Widget(), {View().m_RangeX1, 15});
+    EXPECT_EQ(Widget().cursor().shape(), Qt::SizeHorCursor);
+    QTest::mouseMove(&Widget(), {View().m_RangeX1 + 20, 60});
+    EXPECT_EQ(Widget().cursor().shape(), Qt::ArrowCursor);
 }
 
 TEST_F(TimelineTest, KeysZoomAndPan) {

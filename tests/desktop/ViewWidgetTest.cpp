@@ -187,7 +187,10 @@ TEST_F(ViewWidgetTest, KeysGoToTheViewWithTheFocus) {
 TEST_F(ViewWidgetTest, AToolTipStandsWhereItIsTold) {
     CToolTipCtrl tip;
     tip.Create(&m_View);
-    tip.UpdateTipText("<b>IRQ</b>\r\n2 ms");
+    TOOLINFO tool;
+    tool.uId = &m_View;
+    tip.AddTool(tool);
+    tip.UpdateTipText("<b>IRQ</b>\r\n2 ms", &m_View);
     tip.TrackPosition({120, 140});
     tip.TrackActivate(true);
     QLabel* label = nullptr;
@@ -200,6 +203,36 @@ TEST_F(ViewWidgetTest, AToolTipStandsWhereItIsTold) {
     EXPECT_EQ(label->text(), "<b>IRQ</b>\n2 ms");
     EXPECT_EQ(label->textFormat(), Qt::PlainText);
     QTest::mouseClick(&m_Widget, Qt::LeftButton, {}, {5, 5});
+    EXPECT_TRUE(label->isVisible());
+    EXPECT_TRUE(m_Window.isActiveWindow());
+
+    // At the edges of the screen, and off it.
+    const QRect screen = m_Widget.screen()->availableGeometry();
+    for (const CPoint at : {CPoint{-500, -20}, CPoint{5000, 5000}, CPoint{5000, 30}}) {
+        tip.TrackPosition(at);
+        EXPECT_TRUE(screen.contains(label->geometry())) << at.x;
+    }
+    const int lineWidth = label->width();
+
+    // More than the screen can hold.
+    std::string tall = std::string(5000, 'w');
+    for (int i = 1; i < 1000; ++i) tall += "\r\nline " + std::to_string(i);
+    tip.UpdateTipText(tall, &m_View);
+    EXPECT_TRUE(screen.contains(label->geometry()));
+    EXPECT_GT(label->height(), screen.height() / 2);
+    EXPECT_GT(label->width(), lineWidth);
+    const QStringList lines = label->text().split('\n');
+    EXPECT_EQ(lines[1], "line 1");
+    EXPECT_EQ(lines.last(), QString("... and %1 lines more").arg(1001 - lines.size()));
+
+    // Another window has the focus for a while.
+    QWidget other;
+    other.show();
+    other.activateWindow();
+    EXPECT_TRUE(QTest::qWaitForWindowActive(&other));
+    EXPECT_FALSE(label->isVisible());
+    m_Window.activateWindow();
+    EXPECT_TRUE(QTest::qWaitForWindowActive(&m_Window));
     EXPECT_TRUE(label->isVisible());
     tip.TrackActivate(false);
     EXPECT_FALSE(label->isVisible());
