@@ -115,14 +115,19 @@ void CChkListBox::DrawItem(DRAWITEMSTRUCT* item) {
     dc.Rectangle(square.left, square.top, square.right, square.bottom);
 }
 
-// A long name would run into the square.
+// A long name would run into the square, and glyphs of a scaled display may be wider than measured.
 void CChkListBox::DrawText(const DRAWITEMSTRUCT& item, int left, int right) {
     CDC& dc = *item.hDC;
     CString text;
     GetText(item.itemID, text);
     if (text.IsEmpty()) text.Format("Item %d is null !", item.itemID);
     const int above = (item.rcItem.Height() - dc.GetTextExtent(text.Str()).cy) / 2;
+    CRect clip, part;
+    dc.GetClipBox(&clip);
+    part.IntersectRect(clip, {left, item.rcItem.top, right, item.rcItem.bottom});
+    dc.SetClipBox(part);
     const int mode = dc.SetBkMode(TRANSPARENT);
     dc.TextOut(left, item.rcItem.top + above, vesk::FitText(dc, text.Str(), right - left));
     dc.SetBkMode(mode);
+    dc.SetClipBox(clip);
 }
