@@ -6,7 +6,7 @@
 
 int CComboBox::AddString(const CString& text) {
     const auto after = [](const CString& a, const Item& b) {
-        return vesk::CompareFolded(a, b.m_Text) < 0;
+        return vesk::CompareFolded(a.Str(), b.m_Text.Str()) < 0;
     };
     auto at = m_Items.end();
     if (m_Sorted) at = std::upper_bound(m_Items.begin(), m_Items.end(), text, after);
@@ -49,7 +49,7 @@ std::intptr_t CComboBox::GetItemData(int index) const {
 
 int CComboBox::FindStringExact(const CString& text) const {
     const auto found = std::find_if(m_Items.begin(), m_Items.end(), [&](const Item& item) {
-        return vesk::CompareFolded(item.m_Text, text) == 0;
+        return vesk::CompareFolded(item.m_Text.Str(), text.Str()) == 0;
     });
     return found == m_Items.end() ? CB_ERR : static_cast<int>(found - m_Items.begin());
 }

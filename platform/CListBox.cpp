@@ -6,7 +6,7 @@
 
 int CListBox::AddString(const CString& text) {
     const auto after = [](const CString& a, const Item& b) {
-        return vesk::CompareFolded(a, b.m_Text) < 0;
+        return vesk::CompareFolded(a.Str(), b.m_Text.Str()) < 0;
     };
     auto at = m_Items.end();
     if (m_Sorted) at = std::upper_bound(m_Items.begin(), m_Items.end(), text, after);

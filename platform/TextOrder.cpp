@@ -16,7 +16,3 @@ int vesk::CompareFolded(std::string_view a, std::string_view b) {
         a.begin(), a.end(), b.begin(), b.end(), [](char x, char y) { return Fold(x) <=> Fold(y); });
     return order < 0 ? -1 : order > 0;
 }
-
-int vesk::CompareFolded(const CString& a, const CString& b) {
-    return CompareFolded(std::string_view(a.Str()), std::string_view(b.Str()));
-}
