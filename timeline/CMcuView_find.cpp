@@ -169,8 +169,8 @@ void CMcuView::GoToNextCallOfAny(bool up) {
         if (!isFound || (up ? time > best : time < best)) best = time;
         isFound = true;
     }
+    GoToFind(best, up, false);
     if (!isFound) SayNotFound("");
-    GoTo(best);
 }
 
 void CMcuView::GoToFind(std::uint64_t time, bool up, bool isWrapped) {

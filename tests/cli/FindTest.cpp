@@ -11,8 +11,13 @@ protected:
     Find() {
         m_Folder.WriteLog("small", SmallLog());
         LogBuilder log;
-        log.Task("MAIN", 100).Enter("outer", 110).Enter("inner", 120).Leave("inner", 130);
-        log.Leave("outer", 140).Enter("inner", 150).Mark("Here", 160);
+        log.WithHeader(1)
+            .ReturnsToTask()
+            .Task("MAIN", 100)
+            .Enter("win", 110)
+            .Enter("fin", 120)
+            .Leave("fin", 130);
+        log.Leave("win", 140).Enter("fin", 150).Mark("Her", 160).Task("IDLE", 165).Task("MAIN", 170);
         m_Folder.WriteLog("calls", log);
     }
 
@@ -34,10 +39,9 @@ TEST_F(Find, ListsAllRecordsOfAName) {
         {"small.bin --regex --task '^I'", "51,64,13,7,IRQ0x03\n5104,5161,57,8,IDLE\n"},
         {"small.bin --regex --task 'a[^x]*n' --to 64", "1,51,50,7,MAIN\n"},
         {"small.bin --regex --task '' --from 5104 --to 5105", "5104,5161,57,8,IDLE\n"},
-        {"calls.bin --regex --function er$",
-         "11,41,30,0,outer\n21,31,10,0,inner\n51,0,10,0,inner\n"},
-        {"calls.bin --function INNER", "21,31,10,0,inner\n51,0,10,0,inner\n"},
-        {"calls.bin --label here --from 61", "61,61,0,0,Here\n"},
+        {"calls.bin --regex --function in$", "11,41,30,0,win\n21,31,10,0,fin\n51,0,120,0,fin\n"},
+        {"calls.bin --function FIN", "21,31,10,0,fin\n51,0,120,0,fin\n"},
+        {"calls.bin --label her --from 61", "61,61,0,0,Her\n"},
     };
     for (const auto& c : cases) {
         SCOPED_TRACE(c.arguments);

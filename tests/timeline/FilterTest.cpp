@@ -109,7 +109,10 @@ protected:
     using Script = std::function<void(DialogUser&)>;
     void Filter(const Script& script) {
         m_User.OnDialog([&](DialogUser& user) {
-            for (const int id : kLists) ListOf(user, id).MoveWindow(0, 0, kWidthOfLists, 160);
+            for (const int id : kLists) {
+                ListOf(user, id).MoveWindow(0, 0, kWidthOfLists, 160);
+                ListOf(user, id).SetItemHeight(16);
+            }
             script(user);
         });
         EXPECT_TRUE(Press(kFilter));
@@ -272,7 +275,7 @@ TEST_F(FilterTest, ColorsAreChosenInTheirSquares) {
     EXPECT_EQ(m_Document->m_ExtraColor.Lookup(1), kRed);
 }
 
-// Entries are 16 high here, so the square reaches from 185 to 197.
+// Entries are 16 high, so the square reaches from 185 to 197.
 TEST_F(FilterTest, BoxAndSquareHaveTheirEdges) {
     OpenSmallLog();
     const struct {
@@ -288,7 +291,6 @@ TEST_F(FilterTest, BoxAndSquareHaveTheirEdges) {
     for (const auto& c : cases) {
         SCOPED_TRACE(testing::Message() << c.point.x << ',' << c.point.y);
         Filter([&](DialogUser& user) {
-            ASSERT_EQ(ListOf(user, kTasks).GetItemHeight(), 16);
             user.PressAt(kTasks, c.point);
             EXPECT_EQ(Checks(user, kTasks), c.checks);
             EXPECT_EQ(m_User.m_Faults.size(), static_cast<std::size_t>(c.dialogs));
