@@ -61,7 +61,7 @@ private:
     void Refresh() {
         const QRect area = Screen().availableGeometry();
         m_Label.setText(FittingText(area.size()));
-        m_Label.adjustSize();
+        m_Label.resize(m_Label.sizeHint());
         // At its point, unless it would leave the screen there.
         const CPoint at = m_Tip.Position();
         const int right = area.right() + 1 - m_Label.width();

@@ -134,7 +134,7 @@ bool CMcuView::HitTest_CustomJobCS(CPoint point, int h, int left, int y0, CStrin
     if (!IsInBand(point, h, y0)) return false;
     std::string calls;
     VisitCallsAt(left, point.x, [&](const McuJob& call, std::uint64_t end) {
-        calls += vesk::CustomTipText(call, end, Jobs().m_IsTQCNT);
+        vesk::AppendCustomTip(calls, call, end, Jobs().m_IsTQCNT);
         calls += kBlankLine;
         lines += kLinesOfCall;
         return true;

@@ -111,7 +111,9 @@ void CMcuView::DisplayCustomJobToolTip(CPoint point, int h, int left, int y0) {
         McuJob job;
         std::uint64_t end = 0;
         if (!HitTest_CustomJob(point, h, left, y0, job, end)) return;
-        text = vesk::CustomTipText(job, end, Jobs().m_IsTQCNT);
+        std::string tip;
+        vesk::AppendCustomTip(tip, job, end, Jobs().m_IsTQCNT);
+        text = std::move(tip);
         m_ToolTipJob = std::move(job);
     }
     PlaceToolTip(point, text, lines);

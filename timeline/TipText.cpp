@@ -1,9 +1,13 @@
 #include "timeline/TipText.h"
 
+#include <charconv>
+#include <concepts>
+#include <limits>
+#include <string_view>
+
 #include "log/ExtraInfoRecord.h"
 #include "log/McuJob.h"
 #include "log/PDIInfo.h"
-#include "platform/Text.h"
 
 namespace vesk {
 
@@ -12,49 +16,63 @@ namespace {
 constexpr const char* kLost = "%Lost";
 
 // Times are written as signed numbers, so a span that ends before it starts is negative.
-long long Signed(std::uint64_t value) {
-    return static_cast<long long>(value);
+std::int64_t Signed(std::uint64_t value) {
+    return static_cast<std::int64_t>(value);
 }
 
-std::string CountText(const McuJob& job, bool isTqcnt) {
-    return FormatText(isTqcnt ? "TQCNT = %u" : "USCNT = %u", job.m_TimeCount);
+void AppendPart(std::string& text, std::string_view part) {
+    text += part;
+}
+void AppendPart(std::string& text, std::integral auto number) {
+    char digits[std::numeric_limits<decltype(number)>::digits10 + 2];
+    text.append(digits, std::to_chars(std::begin(digits), std::end(digits), number).ptr);
+}
+
+// Thousands of calls can lie under one pixel, so their text is put together without a format.
+template <class... Parts>
+void Append(std::string& text, const Parts&... parts) {
+    (AppendPart(text, parts), ...);
+}
+
+void AppendCount(std::string& text, const McuJob& job, bool isTqcnt) {
+    Append(text, isTqcnt ? "TQCNT = " : "USCNT = ", job.m_TimeCount);
 }
 
 }  // namespace
 
 std::string JobTipText(const McuJob& job, bool isTqcnt, const PDIInfo* loss,
                        const ExtraInfoRecord* sample) {
-    std::string text = FormatText(
-        "Job  = %s\r\nStart = %lld QBits\r\nEnd  = %lld QBits\r\nDur  = %lld QBits\r\n"
-        "TimeStamp = %d\r\n",
-        job.m_Name.c_str(), Signed(job.m_StartTime), Signed(job.m_EndTime),
-        Signed(job.m_EndTime - job.m_StartTime), job.m_TimeStamp);
-    text += CountText(job, isTqcnt);
+    std::string text;
+    Append(text, "Job  = ", job.m_Name, "\r\nStart = ", Signed(job.m_StartTime),
+           " QBits\r\nEnd  = ", Signed(job.m_EndTime),
+           " QBits\r\nDur  = ", Signed(job.m_EndTime - job.m_StartTime),
+           " QBits\r\nTimeStamp = ", job.m_TimeStamp, "\r\n");
+    AppendCount(text, job, isTqcnt);
     if (loss && job.m_Name == kLost)
-        text += "\r\nLast job   = " + (loss->m_Name.empty() ? "N/A" : loss->m_Name);
+        Append(text, "\r\nLast job   = ", loss->m_Name.empty() ? "N/A" : loss->m_Name);
     if (!sample) return text;
     int position = 0;
     for (const int value : sample->m_Values)
-        text += FormatText("\r\nInfo[%d] = %u", position++, static_cast<unsigned>(value));
+        Append(text, "\r\nInfo[", position++, "] = ", static_cast<unsigned>(value));
     return text;
 }
 
-std::string CustomTipText(const McuJob& job, std::uint64_t end, bool isTqcnt) {
+void AppendCustomTip(std::string& text, const McuJob& job, std::uint64_t end, bool isTqcnt) {
     const bool isOpen = job.m_EndTime == 0;
-    std::string text =
-        FormatText("Func  = %s\r\nStart = %lld QBits\r\nEnd  = %lld", job.m_Name.c_str(),
-                   Signed(job.m_StartTime), Signed(job.m_EndTime));
-    if (isOpen) text += FormatText("(%lld)", Signed(end));
-    const std::uint64_t duration = (isOpen ? end : job.m_EndTime) - job.m_StartTime;
-    text += FormatText(" QBits\r\nDur  = %lld QBits\r\nTimeStamp = %d\r\n", Signed(duration),
-                       job.m_TimeStamp);
-    return text + CountText(job, isTqcnt);
+    Append(text, "Func  = ", job.m_Name, "\r\nStart = ", Signed(job.m_StartTime),
+           " QBits\r\nEnd  = ", Signed(job.m_EndTime));
+    if (isOpen) Append(text, "(", Signed(end), ")");
+    Append(text, " QBits\r\nDur  = ", Signed((isOpen ? end : job.m_EndTime) - job.m_StartTime),
+           " QBits\r\nTimeStamp = ", job.m_TimeStamp, "\r\n");
+    AppendCount(text, job, isTqcnt);
 }
 
 std::string SourceMarkTipText(const McuJob& mark, bool isTqcnt) {
-    return FormatText("Mark  = %s\r\nTime = %lld QBits\r\nTimeStamp = %d\r\n", mark.m_Name.c_str(),
-                      Signed(mark.m_StartTime), mark.m_TimeStamp) +
-           CountText(mark, isTqcnt);
+    std::string text;
+    Append(text, "Mark  = ", mark.m_Name, "\r\nTime = ", Signed(mark.m_StartTime),
+           " QBits\r\nTimeStamp = ", mark.m_TimeStamp, "\r\n");
+    AppendCount(text, mark, isTqcnt);
+    return text;
 }
 
 }  // namespace vesk

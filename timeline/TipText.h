@@ -17,8 +17,8 @@ namespace vesk {
 std::string JobTipText(const McuJob&, bool isTqcnt, const PDIInfo* loss,
                        const ExtraInfoRecord* sample);
 
-// A function's segment or call, with its effective end.
-std::string CustomTipText(const McuJob&, std::uint64_t end, bool isTqcnt);
+// Appends that of a function's segment or call, with its effective end.
+void AppendCustomTip(std::string& text, const McuJob&, std::uint64_t end, bool isTqcnt);
 
 std::string SourceMarkTipText(const McuJob&, bool isTqcnt);
 

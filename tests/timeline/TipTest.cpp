@@ -57,7 +57,9 @@ TEST_F(TipTest, AllCallsUnderThePointerStandInOneText) {
 }
 
 TEST_F(TipTest, TimesAreSignedAndOnlyAnEndOf0IsOpen) {
-    EXPECT_EQ(vesk::CustomTipText(Record("f", 50, 20, -1), 90, true),
+    std::string text;
+    vesk::AppendCustomTip(text, Record("f", 50, 20, -1), 90, true);
+    EXPECT_EQ(text,
               "Func  = f\r\nStart = 50 QBits\r\nEnd  = 20 QBits\r\nDur  = -30 QBits\r\n"
               "TimeStamp = -1\r\nTQCNT = 0");
     EXPECT_EQ(vesk::SourceMarkTipText(Record("m", ~0ull, 0), false),
