@@ -20,6 +20,7 @@ namespace {
 
 constexpr int kMargin = 3;
 constexpr int kFrame = 1;
+constexpr int kGap = 5;
 
 class ToolTipLabel : public WindowPeer {
 public:
@@ -62,8 +63,11 @@ private:
         const QRect area = Screen().availableGeometry();
         m_Label.setText(FittingText(area.size()));
         m_Label.resize(m_Label.sizeHint());
-        // At its point, unless it would leave the screen there.
-        const CPoint at = m_Tip.Position();
+        // At its point, unless it would leave the screen there. Left of what it is about, it stands
+        // close to that, however long a line its text would be.
+        CPoint at = m_Tip.Position();
+        const auto& anchor = m_Tip.Anchor();
+        if (anchor && at.x < anchor->x) at.x = std::max(at.x, anchor->x - kGap - m_Label.width());
         const int right = area.right() + 1 - m_Label.width();
         const int bottom = area.bottom() + 1 - m_Label.height();
         m_Label.move(std::max(area.left(), std::min(at.x, right)),

@@ -1,5 +1,7 @@
 #pragma once
 
+#include <optional>
+
 #include "platform/CWnd.h"
 
 constexpr unsigned TTS_ALWAYSTIP = 0x01;  // shown in inactive windows too
@@ -25,13 +27,18 @@ public:
     void UpdateTipText(const CString& text, CWnd* tool);
     void TrackPosition(CPoint screen);
     void TrackActivate(bool show);
+    // The point of the screen that the tip is about. A tip that stands left of it may move up to
+    // it, as its lines are shorter than a text that is measured as one line.
+    void SetAnchor(CPoint screen) { m_Anchor = screen; }
 
     CPoint Position() const { return m_Position; }
     CWnd* Owner() const { return m_Owner; }
     int MaxTipWidth() const { return m_MaxWidth; }
+    const std::optional<CPoint>& Anchor() const { return m_Anchor; }
 
 private:
     CPoint m_Position;
+    std::optional<CPoint> m_Anchor;
     CWnd* m_Owner = nullptr;
     CWnd* m_Tool = nullptr;
     int m_MaxWidth = 0;

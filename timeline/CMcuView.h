@@ -304,7 +304,8 @@ private:
     using CallVisitor = std::function<bool(const McuJob&, std::uint64_t end)>;
     void VisitCallsAt(int left, int x, const CallVisitor&);
     bool HasCallAt(CPoint, int h, int left, int y0);
-    void PlaceToolTip(CPoint, CString& text, int lines);
+    void PlaceToolTip(CPoint, const CString& text, int lines);
+    void ShowToolTip(CPoint, CPoint anchor, const CString& text);  // the anchor on the screen
     void OpenToolTips(CPoint);
     bool IsToolTipFor(CPoint);
 

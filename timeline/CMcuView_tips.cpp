@@ -69,9 +69,15 @@ void CMcuView::HideToolTip() {
 }
 
 void CMcuView::DisplayToolTip(CPoint point, CString& text) {
-    if (!m_ToolTip) return;
+    CPoint screen = point;
+    ClientToScreen(&screen);
+    if (m_ToolTip) ShowToolTip(point, screen, text);
+}
+
+void CMcuView::ShowToolTip(CPoint point, CPoint anchor, const CString& text) {
     ClientToScreen(&point);
     m_ToolTip->UpdateTipText(text, this);
+    m_ToolTip->SetAnchor(anchor);
     m_ToolTip->TrackPosition({point.x + kTipOffset, point.y});
     // Off and on, so that a tip that stands moves.
     m_ToolTip->TrackActivate(false);
@@ -79,14 +85,15 @@ void CMcuView::DisplayToolTip(CPoint point, CString& text) {
     m_ToolTipShown = 1;
 }
 
-void CMcuView::PlaceToolTip(CPoint point, CString& text, int lines) {
+void CMcuView::PlaceToolTip(CPoint point, const CString& text, int lines) {
     CPoint screen = point;
     ClientToScreen(&screen);
     const CClientDC dc(m_ToolTip.get());
     TEXTMETRIC metric;
     dc.GetTextMetrics(&metric);
     const int width = dc.GetTextExtent(text.Str()).cx;
-    DisplayToolTip(PlaceOf(point, screen, width, std::int64_t{metric.tmHeight} * lines), text);
+    const CPoint place = PlaceOf(point, screen, width, std::int64_t{metric.tmHeight} * lines);
+    ShowToolTip(place, screen, text);
 }
 
 void CMcuView::DisplayToolTip(CPoint point, int h, int left, int y0) {
@@ -122,7 +129,7 @@ void CMcuView::DisplayCustomJobToolTip(CPoint point, int h, int left, int y0) {
 void CMcuView::DisplaySourceMarkToolTip(CPoint point, int h, int left, int y0) {
     McuJob mark;
     if (!m_ToolTip || !HitTest_SourceMark(point, h, left, y0, mark)) return;
-    CString text = vesk::SourceMarkTipText(mark, Jobs().m_IsTQCNT);
+    const CString text = vesk::SourceMarkTipText(mark, Jobs().m_IsTQCNT);
     m_ToolTipJob = std::move(mark);
     PlaceToolTip(point, text, kJobLines);
 }

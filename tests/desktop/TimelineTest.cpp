@@ -155,7 +155,7 @@ TEST_F(TimelineTest, AMarkerIsDraggedByItsLabel) {
     Drag({180, 15}, {300, 15}, Qt::LeftButton);
     EXPECT_EQ(markers[5], scale.TimeAt(300));
     EXPECT_EQ(View().m_DragMarkerIndex, 5);
-    QTest::mouseMove(&Widget(), {View().m_RangeX1, 15});
+    QTest::mouseMove(&Widget(), {View().m_RangeX1, 60});
     EXPECT_EQ(Widget().cursor().shape(), Qt::SizeHorCursor);
     QTest::mouseMove(&Widget(), {View().m_RangeX1 + 20, 60});
     EXPECT_EQ(Widget().cursor().shape(), Qt::ArrowCursor);

@@ -214,6 +214,9 @@ TEST_F(ViewWidgetTest, AToolTipStandsWhereItIsTold) {
         EXPECT_TRUE(screen.contains(place())) << at.x;
     }
     const int lineWidth = label->width();
+    tip.SetAnchor({400, 30});
+    tip.TrackPosition({-500, 30});
+    EXPECT_EQ(label->pos(), QPoint(395 - lineWidth, 30)) << "left of what it is about";
 
     // More than the screen can hold.
     std::string tall = std::string(5000, 'w');

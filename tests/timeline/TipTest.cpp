@@ -219,6 +219,7 @@ TEST_F(TipTest, ATipKeepsFreeOfTheScreensRightEdge) {
         Click(200, kJobs);
         EXPECT_EQ(View().m_ToolTip->Position(),
                   (CPoint{c.window.x + c.tip.x, c.window.y + c.tip.y}));
+        EXPECT_EQ(View().m_ToolTip->Anchor(), (CPoint{c.window.x + 200, c.window.y + kJobs}));
     }
 }
 
