@@ -189,7 +189,7 @@ TEST_F(ProgramTest, CommandsWithoutAViewAreDisabledAndNotMissing) {
         {{"Vesk", "Display Vesk..."}, true},
         {{"Vesk", "Vesk Statistics..."}, false},
         {{"Vesk", "Concurrent Options", "IPC Usage Ratio..."}, false},
-        {{"Mcu", "Go To ..."}, false},
+        {{"Mcu", "Go To ..."}, true},
         {{"About", "Infomation"}, true},
     };
     for (const auto& c : cases) {
