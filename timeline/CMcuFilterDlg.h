@@ -11,9 +11,9 @@
 #include "timeline/CChkListBox.h"
 
 // Chooses what the timeline shows, and in which colours. It works on copies: what is chosen stands
-// in its members after OK, and colours go to the maps then. Names without a colour in a map get
-// none. Maps and document are borrowed and may be null; lists and maps have to belong to the shared
-// job list.
+// in its members after OK, and colours go to the maps then. Maps and document are borrowed and may
+// be null; entries without a map have no colour. Lists and maps have to belong to the shared job
+// list.
 class CMcuFilterDlg : public CDialog {
 public:
     // The first list holds the names of tasks and interrupts, in the order of the list box.
