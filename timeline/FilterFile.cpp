@@ -1,13 +1,12 @@
 #include "timeline/FilterFile.h"
 
 #include <algorithm>
-#include <cerrno>
 #include <filesystem>
-#include <fstream>
 #include <string_view>
 
 #include "log/LittleEndian.h"
 #include "log/StreamFile.h"
+#include "platform/AtomicFile.h"
 #include "platform/Text.h"
 
 namespace vesk {
@@ -103,15 +102,15 @@ std::string FilterFile::Bytes() const {
 }
 
 bool FilterFile::Write(const std::string& path, std::string& error) const {
-    const std::string temporary = path + ".part";
-    std::ofstream file(temporary, std::ios::binary | std::ios::trunc);
-    file << Bytes();
-    file.close();
-    if (file && std::rename(temporary.c_str(), path.c_str()) == 0) return true;
-    const int code = errno;
-    error = FormatText("Can't create file : %s. Error code: %d", path.c_str(), code);
-    std::remove(temporary.c_str());
-    return false;
+    AtomicFile file;
+    int failed = file.Open(path);
+    if (failed == 0) {
+        file.Buffer().Put(Bytes());
+        failed = file.Commit();
+    }
+    if (failed != 0)
+        error = FormatText("Can't create file : %s. Error code: %d", path.c_str(), failed);
+    return failed == 0;
 }
 
 }  // namespace vesk
