@@ -1,8 +1,8 @@
 #include "cli/FilterCommand.h"
 
-#include "cli/InputFile.h"
 #include "host/McuColorMap.h"
 #include "platform/Text.h"
+#include "programs/InputFile.h"
 #include "timeline/FilterFile.h"
 
 namespace vesk {

@@ -6,12 +6,12 @@
 #include <cstring>
 #include <filesystem>
 
-#include "cli/InputFile.h"
 #include "cli/Interrupt.h"
 #include "database/ElfTargetLoader.h"
 #include "database/JsonTargetLoader.h"
 #include "database/TargetFile.h"
 #include "log/HostValues.h"
+#include "programs/InputFile.h"
 
 namespace vesk {
 
@@ -80,24 +80,32 @@ ExitCode LogOpener::Read() {
 ExitCode LogOpener::Read(RangeChooser* chooser) {
     if (m_Options.m_Log == "-" && m_Options.m_Header == "-")
         throw Stop(ExitCode::kUsage, "standard input cannot be both log and header");
-    const std::int64_t limit = m_Options.m_UnpackLimitMB << 20;
-    const auto progress = [this](std::int64_t done) {
-        m_Terminal.ShowProgress("unpacking", done, 0);
-    };
     InputFile log, header;
     m_List.SetRangeChooser(chooser);
     m_List.SetProgress([this](std::int64_t done, std::int64_t total) {
         m_Terminal.ShowProgress("reading", done, total);
         return !Interrupted();
     });
-    if (LoadTarget() && log.Prepare(m_Options.m_Log, limit, progress, m_Error) &&
-        header.Prepare(m_Options.m_Header, limit, progress, m_Error))
+    if (LoadTarget() && Prepare(log, m_Options.m_Log) && Prepare(header, m_Options.m_Header))
         ReadPrepared(log.ReadablePath(), header.ReadablePath());
     m_List.SetRangeChooser(nullptr);
     m_List.SetProgress({});
     m_Terminal.HideProgress();
     if (!m_Ok) StopIfInterrupted();
     return Outcome();
+}
+
+bool LogOpener::Prepare(InputFile& file, const std::string& path) {
+    const auto progress = [this](std::int64_t done) {
+        m_Terminal.ShowProgress("unpacking", done, 0);
+        return !Interrupted();
+    };
+    const std::int64_t limit = m_Options.m_UnpackLimitMB << 20;
+    const InputFile::Outcome outcome = file.Prepare(path, limit, progress, m_Error);
+    StopIfInterrupted();
+    if (outcome == InputFile::Outcome::kCannotWrite) throw Stop(ExitCode::kCannotWrite, m_Error);
+    if (outcome == InputFile::Outcome::kTooLarge) m_Error += "; --unpack-limit raises that";
+    return outcome == InputFile::Outcome::kReady;
 }
 
 void LogOpener::ReadPrepared(const std::string& log, const std::string& header) {

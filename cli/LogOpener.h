@@ -12,6 +12,8 @@
 
 namespace vesk {
 
+class InputFile;
+
 // Reads the log of a command line: chooses the target description, unpacks what is packed, shows
 // progress, and lets the user interrupt.
 class LogOpener {
@@ -37,6 +39,7 @@ public:
     std::string m_TargetPath;  // empty: no target description
 
 private:
+    bool Prepare(InputFile&, const std::string& path);
     void ReadPrepared(const std::string& log, const std::string& header);
     bool LoadTarget();
     bool LoadDatabase(TargetDatabase&);

@@ -13,6 +13,7 @@
 #include "cli/Interrupt.h"
 #include "cli/ListCommands.h"
 #include "cli/MarkersCommand.h"
+#include "cli/SelfDescription.h"
 #include "cli/SimulateCommand.h"
 #include "cli/UnitsCommand.h"
 
@@ -166,6 +167,7 @@ ExitCode Run(int count, char** arguments) {
     OfferMarkers(app, markers, options, chosen);
     OfferFilter(app, options, chosen);
     OfferSimulate(app, simulator, options, chosen);
+    OfferSelfDescription(app, options.m_Output, chosen);
     try {
         app.parse(count, arguments);
     } catch (const CLI::ParseError& error) {

@@ -3,11 +3,13 @@
 #include <utility>
 
 #include "database/TargetFile.h"
+#include "desktop/LogInput.h"
 #include "host/CMcuChildFrame.h"
 #include "host/LibraryEntry.h"
 #include "host/VESKUIDoc.h"
 #include "host/VESK_DLL_Shared_Data_T.h"
 #include "log/McuJobList.h"
+#include "log/SplitDialogChooser.h"
 #include "platform/CMDIFrameWnd.h"
 #include "platform/CMultiDocTemplate.h"
 #include "resources/VeskResources.h"
@@ -28,6 +30,20 @@ CMultiDocTemplate* TimelineTemplate() {
             RuntimeClass<CMcuChildFrame>("CMcuChildFrame"), RuntimeClass<CMcuView>("CMcuView"));
     return made;
 }
+
+// An unpacked file has a path that says nothing to the user.
+class NamedSplitChooser : public SplitDialogChooser {
+public:
+    explicit NamedSplitChooser(const std::string& name) : m_Name(name) {}
+    RangeChoice Choose(const RangeRequest& asked) override {
+        return SplitDialogChooser::Choose({m_Name, asked.m_Stream, asked.m_Info, asked.m_SizeKB,
+                                           asked.m_FileStart, asked.m_FileEnd, asked.m_UnitText,
+                                           asked.m_SplitMode, asked.m_WHCPLength});
+    }
+
+private:
+    const std::string& m_Name;
+};
 
 bool IsPlaced(int windowKey) {
     const VESK_DLL_Shared_Data_T& shared = vesk_dll_shared_data;
@@ -101,18 +117,22 @@ const std::vector<WindowMap>& DesktopHost::Tabs() {
     return vesk_dll_shared_data.m_WindowMaps;
 }
 
-bool DesktopHost::Read(const LogFiles& files, PartToRead part, ReadProgress progress,
+bool DesktopHost::Read(const LogInput& input, PartToRead part, ReadProgress progress,
                        std::string& text) {
     CloseFrames();
     RenewList();
     McuJobList& list = *vesk_dll_shared_data.m_pJobList;
-    list.SetRangeChooser(part == PartToRead::kAsk ? &m_Chooser : nullptr);
+    NamedSplitChooser chooser(input.Named().m_Log);
+    list.SetRangeChooser(part == PartToRead::kAsk ? &chooser : nullptr);
     list.SetProgress(std::move(progress));
+    const LogFiles files = input.Readable();
     const bool complete = files.m_Header.empty()
                               ? list.ReadFile(files.m_Log, text)
                               : list.ReadFileWithAnotherHeader(files.m_Header, files.m_Log, text);
     list.SetProgress({});
     list.SetRangeChooser(nullptr);
+    list.m_FileName = WithoutPackingSuffix(input.Named().m_Log);
+    input.NameFiles(text);
     return complete;
 }
 

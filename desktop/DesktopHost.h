@@ -9,13 +9,14 @@
 #include "desktop/LogFiles.h"
 #include "host/WindowMap.h"
 #include "log/ReadReport.h"
-#include "log/SplitDialogChooser.h"
 #include "platform/CString.h"
 
 class CMcuView;
 class McuJobList;
 
 namespace vesk {
+
+class LogInput;
 
 // Plays the host to the library: hands it the target's database and capability, its tabs of
 // windows and its resource id, in the order that it relies on, has logs read, and puts them into
@@ -40,9 +41,9 @@ public:
     void SetTabs(const std::vector<WindowMap>&);
     const std::vector<WindowMap>& Tabs();
 
-    // Closes the log that is open, then reads another. The result and the text are those of the
-    // read; List().Report() has more.
-    bool Read(const LogFiles&, PartToRead, ReadProgress, std::string& text);
+    // Closes the log that is open, then reads another, which the list knows by the user's name. The
+    // result and the text are those of the read; List().Report() has more.
+    bool Read(const LogInput&, PartToRead, ReadProgress, std::string& text);
     const McuJobList& List() const;
 
     // Shows the log that was read in a frame of its own. False if no frame can be made.
@@ -62,7 +63,6 @@ private:
     std::unique_ptr<TargetDatabase> m_Database;
     std::string m_TargetPath;
     std::filesystem::file_time_type m_TargetTime;
-    SplitDialogChooser m_Chooser;
 };
 
 }  // namespace vesk

@@ -1,6 +1,7 @@
 #include "desktop/Information.h"
 
 #include "log/McuJobList.h"
+#include "log/TimeText.h"
 #include "platform/Text.h"
 
 namespace vesk {
@@ -31,7 +32,7 @@ std::string ContentsText(const McuJobList& log) {
     const ReadReport& report = log.Report();
     return "Kind: " + FormOf(report) + ", " + (log.m_IsTQCNT ? "TQCNT" : "USCNT") + '\n' +
            FormatText("Span: %llu QBit (%s ms)\n", static_cast<Count>(log.m_EndTime),
-                      MillisecondsOf(log.m_EndTime).c_str()) +
+                      MillisecondsText(log.m_EndTime).c_str()) +
            FormatText("Bytes read: %lld to %lld\n", static_cast<long long>(report.m_RangeStart),
                       static_cast<long long>(report.m_RangeEnd)) +
            Plural(report.m_Records, "record") + ", " + Plural(log.size(), "job") + '\n';
@@ -63,12 +64,6 @@ std::string InformationText(const LogFiles& files, const std::string& target,
                        "microcontroller.\n\n";
     if (!log) return text + "No log is open.";
     return text + FilesText(files, target) + '\n' + ContentsText(*log) + '\n' + DamageText(*log);
-}
-
-// Whole parts of 13 QBit are whole microseconds, so that no step leaves 64 bits.
-std::string MillisecondsOf(std::uint64_t qbits) {
-    const std::uint64_t us = qbits / 13 * 12 + (qbits % 13 * 12 + 6) / 13;
-    return FormatText("%llu.%03llu", static_cast<Count>(us / 1000), static_cast<Count>(us % 1000));
 }
 
 }  // namespace vesk

@@ -1,6 +1,5 @@
 #pragma once
 
-#include <cstdint>
 #include <string>
 
 #include "desktop/LogFiles.h"
@@ -13,8 +12,5 @@ namespace vesk {
 // text of a message box: lines of UTF-8 or of whatever bytes the names have.
 std::string InformationText(const LogFiles& files, const std::string& target,
                             const McuJobList* log);
-
-// Milliseconds to 3 decimals; 1 QBit is 12/13 microseconds.
-std::string MillisecondsOf(std::uint64_t qbits);
 
 }  // namespace vesk

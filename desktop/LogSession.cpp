@@ -10,6 +10,7 @@
 #include "database/TargetFile.h"
 #include "desktop/DesktopHost.h"
 #include "desktop/Information.h"
+#include "desktop/LogInput.h"
 #include "desktop/UserState.h"
 #include "log/CMcuNoHeaderDlg.h"
 #include "log/McuJobList.h"
@@ -21,13 +22,19 @@ namespace vesk {
 
 namespace {
 
-constexpr const char* kLogFilter = "Vesk log (*.bin)|*.bin|All files (*.*)|*.*||";
+constexpr const char* kLogFilter =
+    "Vesk log (*.bin)|*.bin|Packed log (*.bin.gz, *.bin.zst, *.bin.xz)|"
+    "*.bin.gz;*.bin.zst;*.bin.xz|All files (*.*)|*.*||";
 constexpr const char* kTargetFilter =
     "Target description (*.json)|*.json|Target load (*.elf)|*.elf|All files (*.*)|*.*||";
 constexpr const char* kLayoutQuestion =
     "This log has no header of its own. How its records lie is told by the target's structure "
     "\"SA_LoggingNode_T\".\n\nPlease choose the target description or the target's ELF load, or "
     "cancel to read the log without.";
+
+constexpr const char* kNoLayout =
+    " has no header of its own. It is read without a target description, as if its records had no "
+    "extra values; --target names a description.";
 
 bool Exists(const std::string& path) {
     std::error_code ignored;
@@ -127,9 +134,11 @@ bool LogSession::OpenUnguarded(const LogFiles& files, PartToRead part) {
         return false;
     }
     m_Files = {};
+    LogInput input(files);
+    if (!Unpack(input)) return false;
     TakeTargetOf(files);
-    AskForLayout(files);
-    return Read(files, part);
+    AskForLayout(input);
+    return Read(input, part);
 }
 
 bool LogSession::OpenRecent(const LogFiles& files) {
@@ -178,25 +187,37 @@ std::string LogSession::FindTarget(const LogFiles& files) const {
     if (chosen && (chosen->empty() || Exists(*chosen))) return *chosen;
     if (chosen) m_Listener.m_Note("The target description " + *chosen + " is no longer there.");
     for (const std::string& path : {files.m_Log, files.m_Header}) {
-        const std::string beside = TargetFileBeside(path);
+        const std::string beside = TargetFileBeside(WithoutPackingSuffix(path));
         if (!path.empty() && Exists(beside)) return beside;
     }
     return Exists(m_State.m_Targets.m_Default) ? m_State.m_Targets.m_Default : "";
 }
 
-// Asked once for a log: that there is no description is remembered as well.
-void LogSession::AskForLayout(const LogFiles& files) {
-    if (!files.m_Header.empty() || !BeginsWithRecords(files.m_Log)) return;
-    if (m_State.m_Targets.Of(files.m_Log) || m_Host.Target().FindFormat("SA_LoggingNode_T")) return;
-    AfxMessageBox(kLayoutQuestion, MB_ICONINFORMATION);
-    std::string path;
-    if (AskForFile(kTargetFilter, path) && !LoadTarget(Canonical(path))) return;
-    m_State.m_Targets.Choose(files.m_Log, m_Host.TargetPath());
+bool LogSession::Unpack(LogInput& input) {
+    std::string text;
+    const bool ready = input.Prepare(m_Listener.m_BeginRead(), text);
+    m_Listener.m_EndRead();
+    if (!text.empty()) Warn(text);
+    return ready;
 }
 
-bool LogSession::Read(const LogFiles& files, PartToRead part) {
+// Asked once for a log: that there is no description is remembered as well.
+void LogSession::AskForLayout(const LogInput& input) {
+    const std::string& log = input.Named().m_Log;
+    if (!input.Named().m_Header.empty() || !BeginsWithRecords(input.Readable().m_Log)) return;
+    if (m_Host.Target().FindFormat("SA_LoggingNode_T")) return;
+    if (!m_Listener.m_CanAsk) return Warn(log + kNoLayout);
+    if (m_State.m_Targets.Of(log)) return;
+    AfxMessageBox(kLayoutQuestion, MB_ICONINFORMATION);
+    std::string path;
+    if (!AskForFile(kTargetFilter, path) || LoadTarget(Canonical(path)))
+        m_State.m_Targets.Choose(log, m_Host.TargetPath());
+}
+
+bool LogSession::Read(const LogInput& input, PartToRead part) {
+    const LogFiles& files = input.Named();
     std::string text;
-    const bool complete = m_Host.Read(files, part, m_Listener.m_BeginRead(), text);
+    const bool complete = m_Host.Read(input, part, m_Listener.m_BeginRead(), text);
     m_Listener.m_EndRead();
     // What was decoded before an error is worth to be seen.
     const bool usable = complete || m_Host.List().Report().m_Outcome == ReadOutcome::kPartial;
@@ -206,13 +227,14 @@ bool LogSession::Read(const LogFiles& files, PartToRead part) {
         m_State.m_Recent.Add(files);
     }
     m_Listener.m_Changed();  // before the box, which the user may leave standing
-    Explain(files, complete, text);
+    Explain(input, complete, text);
     return shown;
 }
 
-void LogSession::Explain(const LogFiles& files, bool complete, std::string text) const {
+void LogSession::Explain(const LogInput& input, bool complete, std::string text) const {
     const bool cancelled = m_Host.List().Report().m_Outcome == ReadOutcome::kCancelled;
-    if (text.empty() && !complete && !cancelled) text = files.m_Log + WhyUnreadable(files.m_Log);
+    if (text.empty() && !complete && !cancelled)
+        text = input.Named().m_Log + WhyUnreadable(input.Readable().m_Log);
     if (!text.empty()) Warn(text);
 }
 

@@ -9,6 +9,7 @@
 namespace vesk {
 
 class DesktopHost;
+class LogInput;
 struct UserState;
 
 // The opening of logs as the user meets it: asks for files, finds the target description that
@@ -22,6 +23,7 @@ public:
         std::function<void()> m_EndRead;                      // the read is over
         std::function<void()> m_Changed;                      // a log, recent files, the target
         std::function<void(const std::string& text)> m_Note;  // a hint that needs no answer
+        bool m_CanAsk = true;  // somebody is there to choose a file that a log needs
     };
 
     LogSession(DesktopHost& host, UserState& state, Listener listener);
@@ -53,9 +55,10 @@ private:
     bool LoadTarget(const std::string& path);
     void TakeTargetOf(const LogFiles&);
     std::string FindTarget(const LogFiles&) const;
-    void AskForLayout(const LogFiles&);
-    bool Read(const LogFiles&, PartToRead);
-    void Explain(const LogFiles&, bool complete, std::string text) const;
+    bool Unpack(LogInput&);
+    void AskForLayout(const LogInput&);
+    bool Read(const LogInput&, PartToRead);
+    void Explain(const LogInput&, bool complete, std::string text) const;
 
     DesktopHost& m_Host;
     UserState& m_State;

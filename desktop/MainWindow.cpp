@@ -1,5 +1,6 @@
 #include "desktop/MainWindow.h"
 
+#include <QAbstractEventDispatcher>
 #include <QCloseEvent>
 #include <QFileInfo>
 #include <QLabel>
@@ -16,15 +17,19 @@
 #include "desktop/CommandWidgets.h"
 #include "desktop/DesktopHost.h"
 #include "desktop/Information.h"
+#include "desktop/MarkerDock.h"
 #include "desktop/QtText.h"
 #include "desktop/QtUserInterface.h"
+#include "desktop/SearchDock.h"
 #include "desktop/StateFile.h"
 #include "desktop/UserState.h"
 #include "desktop/ViewPicture.h"
-#include "host/SummaryContent.h"
+#include "desktop/ViewerKeys.h"
 #include "log/McuJobList.h"
+#include "log/TimeText.h"
 #include "platform/CFileDialog.h"
 #include "platform/CMDIChildWnd.h"
+#include "platform/Text.h"
 #include "platform/UserInterface.h"
 #include "timeline/CMcuView.h"
 
@@ -39,8 +44,7 @@ constexpr unsigned kToolBar = 132;
 constexpr const char* kPictureFilter =
     "PNG picture (*.png)|*.png|SVG drawing (*.svg)|*.svg|PDF page (*.pdf)|*.pdf||";
 constexpr QSize kFirstSize{1100, 720};
-constexpr int kNoteTime = 10000;       // ms
-constexpr int kToolBarInterval = 250;  // ms; the wheel, say, changes what a button can do
+constexpr int kFollowInterval = 250;  // ms; the wheel, say, changes what a button can do
 
 QStringList LocalFiles(const QMimeData& data) {
     QStringList files;
@@ -83,18 +87,21 @@ MainWindow::MainWindow(QtUserInterface& user, DesktopHost& host, UserState& stat
     connect(m_Area, &QMdiArea::subWindowActivated, this, [this] { FrameActivated(); });
     resize(kFirstSize);
     restoreGeometry(QByteArray::fromStdString(m_State.m_MainWindow));
+    restoreState(QByteArray::fromStdString(m_State.m_Layout));
     m_Host.SetTabs(m_State.m_Tabs);
     ShowChanges();
 }
 
 MainWindow::~MainWindow() {
-    // The area tells of frames that go with it; nobody is there to hear.
+    // Area and docks tell of what goes with them; nobody is there to hear.
     disconnect(m_Area, nullptr, this, nullptr);
+    m_SearchDock->disconnect(this);
+    m_MarkerDock->disconnect(this);
     m_Host.CloseFrames();
 }
 
 void MainWindow::Note(const QString& text) {
-    if (!text.isEmpty()) statusBar()->showMessage(text, kNoteTime);
+    if (!text.isEmpty()) m_User.ShowStatus(FromQt(text));
 }
 
 LogSession::Listener MainWindow::Listener() {
@@ -107,6 +114,7 @@ LogSession::Listener MainWindow::Listener() {
 }
 
 ReadProgress MainWindow::BeginRead() {
+    m_SearchDock->Forget();
     m_Progress = m_User.BeginProgress("Reading the log");
     return
         [this](std::int64_t done, std::int64_t total) { return m_Progress->Advance(done, total); };
@@ -125,14 +133,13 @@ void MainWindow::MakeMenus() {
     AddMenus(*menuBar(), m_TimelineMenu, m_Frame);
     m_TimelineAction = menuBar()->actions().at(before.size());
     menuBar()->removeAction(last);
-    MakeWindowMenu(*menuBar()->addMenu("&Window"));
+    QMenu* const windows = menuBar()->addMenu("&Window");
+    MakeDocks(*windows);
+    MakeWindowMenu(*windows);
     menuBar()->addAction(last);
     const ToolBarTemplate* const bar = FindToolBar(kToolBar);
     if (!bar) return;
     m_ToolBar = AddToolBar(*this, *bar, m_Frame);
-    auto* const idle = new QTimer(this);
-    connect(idle, &QTimer::timeout, this, [this] { UpdateToolBar(*m_ToolBar, m_Frame); });
-    idle->start(kToolBarInterval);
 }
 
 void MainWindow::MakeFileMenu() {
@@ -147,11 +154,33 @@ void MainWindow::MakeFileMenu() {
     menu->addSeparator();
     m_PictureAction = menu->addAction("&Save picture...", this, [this] { SavePictureAs(); });
     m_PrintAction = menu->addAction("&Print...", this, [this] { Print(); });
-    m_PrintAction->setShortcut(QKeySequence::Print);
+    m_PrintAction->setShortcut(QKeySequence(kPrintKey.m_Key));
     menu->addSeparator();
     // Every frame's own menu has that key.
-    m_CloseAction = menu->addAction("&Close\tCtrl+W", this, [this] { CloseActiveFrame(); });
-    menu->addAction("E&xit", this, [this] { close(); })->setShortcut(QKeySequence("Ctrl+Q"));
+    m_CloseAction = menu->addAction(QString("&Close\t") + kCloseKey.m_Key, this,
+                                    [this] { CloseActiveFrame(); });
+    menu->addAction("E&xit", this, [this] { close(); })->setShortcut(QKeySequence(kExitKey.m_Key));
+}
+
+// They stand where the user has put them, at first out of sight.
+void MainWindow::MakeDocks(QMenu& menu) {
+    m_SearchDock = new SearchDock(m_Host, this);
+    m_MarkerDock = new MarkerDock(m_Host, this);
+    for (QDockWidget* const dock :
+         {static_cast<QDockWidget*>(m_SearchDock), static_cast<QDockWidget*>(m_MarkerDock)}) {
+        addDockWidget(Qt::BottomDockWidgetArea, dock);
+        dock->hide();
+        menu.addAction(dock->toggleViewAction());
+        connect(dock, &QDockWidget::visibilityChanged, this, [this] { FollowView(); });
+    }
+    m_SearchDock->toggleViewAction()->setShortcut(QKeySequence(kSearchKey.m_Key));
+    m_MarkerDock->toggleViewAction()->setShortcut(QKeySequence(kMarkersKey.m_Key));
+    menu.addSeparator();
+    auto* const timer = new QTimer(this);
+    connect(timer, &QTimer::timeout, this, [this] { FollowView(); });
+    timer->start(kFollowInterval);
+    connect(QAbstractEventDispatcher::instance(), &QAbstractEventDispatcher::aboutToBlock, this,
+            [this] { FollowView(); });
 }
 
 void MainWindow::MakeWindowMenu(QMenu& menu) {
@@ -162,7 +191,7 @@ void MainWindow::MakeWindowMenu(QMenu& menu) {
 }
 
 void MainWindow::ListWindows(QMenu& menu) {
-    constexpr qsizetype kFixed = 3;
+    constexpr qsizetype kFixed = 6;
     for (QAction* const old : menu.actions().mid(kFixed)) delete old;
     for (QMdiSubWindow* const window : m_Area->subWindowList()) {
         QAction* const action =
@@ -204,7 +233,15 @@ void MainWindow::ShowChanges() {
     for (QAction* const action : {m_PictureAction, m_PrintAction})
         action->setEnabled(m_Host.ShowsTimeline());
     m_TimelineAction->setVisible(m_Host.ShowsTimeline());
+    FollowView();
+}
+
+// What belongs to the view but is no part of it. During a read there is none to follow.
+void MainWindow::FollowView() {
+    if (m_Progress) return;
     if (m_ToolBar) UpdateToolBar(*m_ToolBar, m_Frame);
+    m_SearchDock->Follow();
+    m_MarkerDock->Follow();
 }
 
 void MainWindow::ShowStatus() {
@@ -217,7 +254,7 @@ void MainWindow::ShowStatus() {
     const QString target = QFileInfo(ToQt(m_Host.TargetPath())).fileName();
     m_TargetLabel->setText(target.isEmpty() ? "No target description" : target);
     m_SpanLabel->setText(ToQt(GroupedNumber(log.m_EndTime)) + " QBit, " +
-                         ToQt(MillisecondsOf(log.m_EndTime)) + " ms");
+                         ToQt(MillisecondsText(log.m_EndTime)) + " ms");
     m_JobsLabel->setText(ToQt(GroupedNumber(log.size())) + (log.size() == 1 ? " job" : " jobs"));
 }
 
@@ -239,6 +276,7 @@ void MainWindow::CloseActiveFrame() {
 void MainWindow::SaveState() {
     m_State.m_Tabs = m_Host.Tabs();
     m_State.m_MainWindow = saveGeometry().toStdString();
+    m_State.m_Layout = saveState().toStdString();
     Note(m_StateFile.Save(m_State));
 }
 

@@ -14,7 +14,9 @@ class QMdiArea;
 namespace vesk {
 
 class DesktopHost;
+class MarkerDock;
 class QtUserInterface;
+class SearchDock;
 class StateFile;
 struct UserState;
 
@@ -46,10 +48,12 @@ private:
     void MakeMenus();
     void MakeFileMenu();
     void MakeWindowMenu(QMenu&);
+    void MakeDocks(QMenu&);
     void MakeStatusBar();
     void ListRecentFiles();
     void ListWindows(QMenu&);
     void ShowChanges();
+    void FollowView();
     void ShowStatus();
     void FrameActivated();
     void CloseActiveFrame();
@@ -67,6 +71,8 @@ private:
     CMenu m_LibraryMenu;   // 128
     CMenu m_TimelineMenu;  // 203
     QMdiArea* m_Area;
+    SearchDock* m_SearchDock = nullptr;
+    MarkerDock* m_MarkerDock = nullptr;
     QToolBar* m_ToolBar = nullptr;
     QMenu* m_RecentMenu = nullptr;
     QAction* m_TimelineAction = nullptr;

@@ -21,13 +21,15 @@ struct RenderOptions {
     bool m_Force = false;  // replaces a file that is there
 };
 
+// What the program can tell of itself in place of its work.
+enum class ProgramText { kNone, kHelp, kVersion, kKeys, kManual };
+
 // What the command line of veskview asks for. Texts are bytes as the shell gave them.
 struct ProgramOptions {
     std::string m_Log;     // empty: none
     std::string m_Target;  // empty: the one that the log is known by
     bool m_Whole = false;  // no question about the part to read
-    bool m_Help = false;
-    bool m_Version = false;
+    ProgramText m_Text = ProgramText::kNone;
     RenderOptions m_Render;
 };
 
@@ -36,6 +38,7 @@ struct ProgramOptions {
 bool ParseProgramOptions(int count, const char* const* arguments, ProgramOptions& options,
                          std::string& error);
 
-extern const char* const kProgramHelp;
+std::string ProgramHelp();
+std::string ProgramManual();  // the page for man
 
 }  // namespace vesk

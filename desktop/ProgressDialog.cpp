@@ -39,6 +39,7 @@ bool ProgressDialog::Advance(std::int64_t done, std::int64_t total) {
     if (m_SinceEvents.isValid() && m_SinceEvents.elapsed() < kEventInterval) return true;
     m_SinceEvents.start();
     const double share = total > 0 ? static_cast<double>(done) / static_cast<double>(total) : 0;
+    m_Bar->setRange(0, total > 0 ? kSteps : 0);
     m_Bar->setValue(static_cast<int>(share * kSteps));
     show();
     QCoreApplication::processEvents();

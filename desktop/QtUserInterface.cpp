@@ -3,11 +3,13 @@
 #include <QApplication>
 #include <QColorDialog>
 #include <QFileDialog>
+#include <QMainWindow>
 #include <QMdiArea>
 #include <QMenu>
 #include <QMessageBox>
 #include <QPushButton>
 #include <QScreen>
+#include <QStatusBar>
 #include <QStyle>
 
 #include "desktop/CommandMenu.h"
@@ -34,6 +36,8 @@
 namespace vesk {
 
 namespace {
+
+constexpr int kStatusTime = 10000;  // ms
 
 QMessageBox::Icon IconOf(unsigned type) {
     switch (type & 0xF0) {
@@ -124,6 +128,11 @@ int QtUserInterface::ShowMessage(const Message& message) {
 
 std::unique_ptr<ProgressDisplay> QtUserInterface::BeginProgress(const CString& what) {
     return std::make_unique<ProgressDialog>(ToQt(what), DialogParent(), m_ProgressDelay);
+}
+
+void QtUserInterface::ShowStatus(const CString& text) {
+    auto* const window = qobject_cast<QMainWindow*>(m_MainWindow.data());
+    if (window) window->statusBar()->showMessage(ToQt(text), kStatusTime);
 }
 
 void QtUserInterface::RunDialog(CDialog& dialog) {

@@ -27,6 +27,9 @@ public:
 
     int ShowMessage(const Message&) override;
     std::unique_ptr<ProgressDisplay> BeginProgress(const CString& what) override;
+    // In the main window's status bar, for some seconds; an empty text takes back what stands
+    // there.
+    void ShowStatus(const CString&) override;
     void RunDialog(CDialog&) override;
     int RunFileDialog(CFileDialog&) override;
     int RunColorDialog(CColorDialog&) override;

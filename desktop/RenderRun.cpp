@@ -39,7 +39,7 @@ private:
 };
 
 LogSession::Listener PrintingListener() {
-    return {[] { return ReadProgress(); }, [] {}, [] {}, Say};
+    return {[] { return ReadProgress(); }, [] {}, [] {}, Say, false};
 }
 
 bool Open(LogSession& session, const ProgramOptions& options) {

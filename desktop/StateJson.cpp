@@ -70,6 +70,10 @@ QJsonArray TabsToJson(const std::vector<WindowMap>& tabs) {
     return array;
 }
 
+QString BytesText(const std::string& bytes) {
+    return QString::fromLatin1(QByteArray::fromStdString(bytes).toBase64());
+}
+
 // --- Reading -----------------------------------------------------------------------------------
 
 std::string PathFromJson(const QJsonValue& value) {
@@ -127,6 +131,11 @@ std::optional<WindowInfo> WindowFromJson(const QJsonObject& entry) {
     return info;
 }
 
+std::string BytesFromJson(const QJsonValue& value) {
+    const QString text = value.toString().left(2 * kMostGeometry);
+    return QByteArray::fromBase64(text.toLatin1()).toStdString();
+}
+
 WindowMap TabFromJson(const QJsonObject& entry) {
     WindowMap tab;
     tab.m_Name = CString(entry["name"].toString().left(kMostText).toStdString());
@@ -142,14 +151,14 @@ WindowMap TabFromJson(const QJsonObject& entry) {
 }  // namespace
 
 QByteArray StateToJson(const UserState& state) {
-    const QByteArray geometry = QByteArray::fromStdString(state.m_MainWindow);
     const QJsonObject root{{"format", kFormat},
                            {"program", "veskview"},
                            {"recent", RecentToJson(state.m_Recent)},
                            {"targets", ChoicesToJson(state.m_Targets)},
                            {"lastTarget", PathText(state.m_Targets.m_Default).value_or(QString())},
                            {"tabs", TabsToJson(state.m_Tabs)},
-                           {"mainWindow", QString::fromLatin1(geometry.toBase64())}};
+                           {"mainWindow", BytesText(state.m_MainWindow)},
+                           {"layout", BytesText(state.m_Layout)}};
     return QJsonDocument(root).toJson();
 }
 
@@ -162,9 +171,8 @@ bool StateFromJson(const QByteArray& text, UserState& state) {
     const QJsonArray tabs = root["tabs"].toArray();
     for (qsizetype i = 0; i < std::min(tabs.size(), kMostTabs); ++i)
         read.m_Tabs.push_back(TabFromJson(tabs[i].toObject()));
-    const QByteArray geometry =
-        QByteArray::fromBase64(root["mainWindow"].toString().left(2 * kMostGeometry).toLatin1());
-    read.m_MainWindow = geometry.toStdString();
+    read.m_MainWindow = BytesFromJson(root["mainWindow"]);
+    read.m_Layout = BytesFromJson(root["layout"]);
     state = read;
     return true;
 }

@@ -14,7 +14,9 @@ struct UserState {
     RecentFiles m_Recent;
     TargetChoices m_Targets;
     std::vector<WindowMap> m_Tabs;  // placements of the log's windows
-    std::string m_MainWindow;       // geometry of the main window, in the toolkit's own form
+    // Geometry of the main window, and what is docked where in it, in the toolkit's own form.
+    std::string m_MainWindow;
+    std::string m_Layout;
 };
 
 }  // namespace vesk

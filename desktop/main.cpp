@@ -5,6 +5,7 @@
 #include "desktop/AppIcon.h"
 #include "desktop/DesktopHost.h"
 #include "desktop/DisplayGuard.h"
+#include "desktop/KeySheet.h"
 #include "desktop/MainWindow.h"
 #include "desktop/ProgramOptions.h"
 #include "desktop/QtUserInterface.h"
@@ -67,18 +68,32 @@ int RunRender(int& count, char** arguments, const vesk::ProgramOptions& options)
     return vesk::RenderPicture(options) ? 0 : kFailed;
 }
 
+std::string TextOf(vesk::ProgramText text) {
+    switch (text) {
+        case vesk::ProgramText::kHelp:
+            return vesk::ProgramHelp();
+        case vesk::ProgramText::kKeys:
+            return vesk::KeySheet();
+        case vesk::ProgramText::kManual:
+            return vesk::ProgramManual();
+        default:
+            return "veskview " VESK_VERSION "\n";
+    }
+}
+
 }  // namespace
 
 int main(int count, char** arguments) {
     vesk::ProgramOptions options;
     std::string error;
     if (!vesk::ParseProgramOptions(count, arguments, options, error)) {
-        std::fprintf(stderr, "veskview: %s\n%s", error.c_str(), vesk::kProgramHelp);
+        std::fprintf(stderr, "veskview: %s\n%s", error.c_str(), vesk::ProgramHelp().c_str());
         return kUsage;
     }
-    if (options.m_Help) std::fputs(vesk::kProgramHelp, stdout);
-    if (options.m_Version) std::puts("veskview " VESK_VERSION);
-    if (options.m_Help || options.m_Version) return 0;
+    if (options.m_Text != vesk::ProgramText::kNone) {
+        std::fputs(TextOf(options.m_Text).c_str(), stdout);
+        return 0;
+    }
     if (!options.m_Render.m_Path.empty()) return RunRender(count, arguments, options);
     const std::unique_ptr<QApplication> application = MakeApplication(count, arguments);
     return RunViewer(options);

@@ -28,6 +28,12 @@ std::string vesk::FormatText(const char* format, ...) {
     return text;
 }
 
+std::string vesk::GroupedNumber(std::uint64_t number) {
+    std::string text = std::to_string(number);
+    for (std::size_t at = text.size(); at > 3;) text.insert(at -= 3, 1, ',');
+    return text;
+}
+
 void CString::Format(const char* format, ...) {
     va_list arguments;
     va_start(arguments, format);

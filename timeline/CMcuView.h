@@ -5,6 +5,7 @@
 #include <list>
 #include <memory>
 #include <optional>
+#include <span>
 #include <string>
 #include <vector>
 
@@ -97,6 +98,14 @@ public:
 
     // --- Ways through the log beside the commands ------------------------------------------------
 
+    // A key that the view takes itself, with the MK_... it goes with, and what it does.
+    struct OwnKey {
+        unsigned m_Key, m_Modifiers;
+        void (*m_Do)(CMcuView&);
+        const char* m_Does;
+    };
+    static std::span<const OwnKey> OwnKeys();
+
     // These keep the view within the log and the zoom ratio within the limits of the zoom
     // commands; positive numbers go to later times and upper lanes.
     //
@@ -163,6 +172,14 @@ public:
     void HideToolTip();
 
     // --- Going, finding and markers ------------------------------------------------------------
+    void GoTo(std::uint64_t t) {  // TEMPORARY
+        m_CursorTime = t;
+        if (!IsInView(t)) {
+            m_TimeOffset = t > m_VisibleQbits / 2 ? t - m_VisibleQbits / 2 : 0;
+            Cal_HScrollPos();
+        }
+        InvalidateView();
+    }
 
     // Places the cursor at a time, limited to the log. The view moves only if that is out of sight,
     // and then has the cursor in its middle.

@@ -100,20 +100,23 @@ void CMcuView::Pan(unsigned flags, CPoint point) {
     }
 }
 
-void CMcuView::OnKeyDown(unsigned key, unsigned repeat, unsigned modifiers) {
-    constexpr struct {
-        unsigned m_Key, m_Modifiers;
-        void (*m_Do)(CMcuView&);
-    } kKeys[] = {
-        {'W', 0, [](CMcuView& view) { view.StepZoom(2); }},
-        {'S', 0, [](CMcuView& view) { view.StepZoom(0.5); }},
-        {'A', 0, [](CMcuView& view) { view.StepTime(-1, vesk::SpanChange::kPanKeys); }},
-        {'D', 0, [](CMcuView& view) { view.StepTime(1, vesk::SpanChange::kPanKeys); }},
-        {'F', 0, [](CMcuView& view) { view.ShowWholeLog(); }},
-        {VK_LEFT, MK_ALT, [](CMcuView& view) { view.Back(); }},
-        {VK_RIGHT, MK_ALT, [](CMcuView& view) { view.Forward(); }},
+std::span<const CMcuView::OwnKey> CMcuView::OwnKeys() {
+    using V = CMcuView;
+    using vesk::SpanChange;
+    static constexpr OwnKey kKeys[] = {
+        {'W', 0, [](V& view) { view.StepZoom(2); }, "Zoom in"},
+        {'S', 0, [](V& view) { view.StepZoom(0.5); }, "Zoom out"},
+        {'A', 0, [](V& view) { view.StepTime(-1, SpanChange::kPanKeys); }, "Earlier"},
+        {'D', 0, [](V& view) { view.StepTime(1, SpanChange::kPanKeys); }, "Later"},
+        {'F', 0, [](V& view) { view.ShowWholeLog(); }, "The whole log"},
+        {VK_LEFT, MK_ALT, [](V& view) { view.Back(); }, "Back to the span shown before"},
+        {VK_RIGHT, MK_ALT, [](V& view) { view.Forward(); }, "Forth again"},
     };
-    for (const auto& known : kKeys)
+    return kKeys;
+}
+
+void CMcuView::OnKeyDown(unsigned key, unsigned repeat, unsigned modifiers) {
+    for (const OwnKey& known : OwnKeys())
         if (known.m_Key == key && known.m_Modifiers == modifiers) return known.m_Do(*this);
     if (key == VK_DELETE) RemoveSelectedMarker();
     if (key == VK_F2) GoToMarker((modifiers & MK_SHIFT) != 0);

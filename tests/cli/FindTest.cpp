@@ -17,7 +17,11 @@ protected:
             .Enter("win", 110)
             .Enter("fin", 120)
             .Leave("fin", 130);
-        log.Leave("win", 140).Enter("fin", 150).Mark("Her", 160).Task("IDLE", 165).Task("MAIN", 170);
+        log.Leave("win", 140)
+            .Enter("fin", 150)
+            .Mark("Her", 160)
+            .Task("IDLE", 165)
+            .Task("MAIN", 170);
         m_Folder.WriteLog("calls", log);
     }
 

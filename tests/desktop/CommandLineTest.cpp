@@ -12,6 +12,7 @@ namespace vesk {
 namespace {
 
 using testing::HasSubstr;
+using testing::Not;
 using testing::StartsWith;
 
 // The program as its own process, away from the user's display and memory.
@@ -19,6 +20,11 @@ ShellRun Veskview(const std::string& arguments, const std::string& environment =
     const DeskFolder folder;
     return Shell("exec env -i PATH=\"$PATH\" XDG_STATE_HOME=" + (folder / "state") + " " +
                  environment + " timeout 20 '" + VESKVIEW_PROGRAM + "' " + arguments);
+}
+
+std::string FileText(const std::string& path) {
+    std::ifstream file(path, std::ios::binary);
+    return {std::istreambuf_iterator<char>(file), {}};
 }
 
 TEST(CommandLine, HelpAndVersionNeedNoDisplay) {
@@ -30,6 +36,32 @@ TEST(CommandLine, HelpAndVersionNeedNoDisplay) {
     const ShellRun run = Veskview("--version");
     EXPECT_EQ(run.m_Status, 0);
     EXPECT_EQ(run.m_Text, "veskview " VESK_VERSION "\n");
+}
+
+// Made anew by: veskview --keys > docs/keys.md
+TEST(CommandLine, TheSheetOfKeysIsUpToDate) {
+    const ShellRun run = Veskview("--keys");
+    EXPECT_EQ(run.m_Status, 0);
+    EXPECT_EQ(run.m_Text, FileText(VESK_SOURCE_DIR "/docs/keys.md"));
+    EXPECT_THAT(run.m_Text, HasSubstr("\n| Ctrl+Num + | Zoom in |\n"));
+    EXPECT_THAT(run.m_Text, HasSubstr("\n| Alt+Left | Back to the span shown before |\n"));
+    EXPECT_THAT(run.m_Text, Not(HasSubstr("|  |")));  // every key has a meaning
+}
+
+TEST(CommandLine, TheManualTellsEveryOptionOfTheHelp) {
+    const DeskFolder folder;
+    const std::string page = folder.Write("veskview.1", Veskview("--man").m_Text);
+    const ShellRun shown = Shell("! command -v groff >/dev/null || groff -man -ww -Tascii " + page);
+    EXPECT_EQ(shown.m_Status, 0);
+    EXPECT_THAT(shown.m_Text, Not(HasSubstr("warning")));
+    const std::string manual = FileText(page), help = Veskview("--help").m_Text;
+    int options = 0;
+    for (std::size_t at = 0; (at = help.find("\n  --", at)) != std::string::npos; ++at) {
+        const std::string name = help.substr(at + 5, help.find_first_of(" \n", at + 5) - at - 5);
+        EXPECT_THAT(manual, HasSubstr("\\fB\\-\\-" + name + "\\fR")) << name;
+        ++options;
+    }
+    EXPECT_EQ(options, 13);
 }
 
 TEST(CommandLine, ArgumentsThatMeanNothingAreRefused) {
@@ -102,11 +134,6 @@ TEST(CommandLine, TellsHowAPictureIsToBe) {
     EXPECT_TRUE(options.m_Render.m_Force);
 }
 
-std::string FileText(const std::string& path) {
-    std::ifstream file(path, std::ios::binary);
-    return {std::istreambuf_iterator<char>(file), {}};
-}
-
 TEST(CommandLine, APictureNeedsNoDisplayAndReplacesNothingUnasked) {
     const DeskFolder folder;
     const std::string png = folder / "a.png";
@@ -173,6 +200,16 @@ TEST(CommandLine, AFailedPictureLeavesNone) {
         EXPECT_THAT(run.m_Text, StartsWith(c.m_Text));
         EXPECT_EQ(FileText(path), "");
     }
+}
+
+TEST(CommandLine, ALogIsReadWithoutADescriptionWhereNobodyCanBeAsked) {
+    const DeskFolder folder;
+    const std::string path = folder / "a.svg";
+    const std::string log = folder.CopySample("wget_headerless.bin", "raw.bin");
+    const ShellRun run = Veskview("--render " + path + ' ' + log);
+    EXPECT_EQ(run.m_Status, 0);
+    EXPECT_THAT(run.m_Text, StartsWith("veskview: " + log + " has no header of its own. "));
+    EXPECT_NE(FileText(path), "");
 }
 
 TEST(CommandLine, AMissingDisplayIsToldClearly) {

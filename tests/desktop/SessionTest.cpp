@@ -8,6 +8,7 @@
 
 #include "desktop/DesktopHost.h"
 #include "desktop/Information.h"
+#include "desktop/LogInput.h"
 #include "desktop/LogSession.h"
 #include "desktop/UserState.h"
 #include "host/CMcuChildFrame.h"
@@ -199,6 +200,33 @@ TEST_F(SessionTest, ABadDescriptionIsReportedAndTheOldOneStays) {
     EXPECT_TRUE(m_Session.IsOpen());
 }
 
+TEST_F(SessionTest, APackedLogIsOpenedUnderItsOwnName) {
+    m_Folder.CopySample("esp32_ticks.target.json", "log.target.json");
+    const std::string packed = m_Folder.CopySample("esp32_ticks.bin", "log.bin") + ".gz";
+    ASSERT_EQ(Shell("gzip " + (m_Folder / "log.bin")).m_Status, 0);
+    m_User.OnDialog([&](DialogUser& dialog) {
+        EXPECT_EQ(dialog.Text(1820), packed);
+        dialog.Press(IDOK);
+    });
+    ASSERT_TRUE(m_Session.Open({packed, {}}));
+    EXPECT_EQ(m_Host.List().size(), 622U);
+    EXPECT_EQ(m_Host.TargetPath(), m_Folder / "log.target.json");
+    EXPECT_EQ(m_Main.MDIGetActive()->GetWindowText(), "log.bin.gz");
+    EXPECT_EQ(m_Host.List().m_FileName, m_Folder / "log.bin");  // that proposed names come from
+    EXPECT_THAT(m_State.m_Recent.All(), ElementsAre(LogFiles{packed, {}}));
+}
+
+TEST_F(SessionTest, APackedLogThatIsDamagedIsTold) {
+    const std::string log = m_Folder.CopySample("esp32_ticks.bin", "log.bin");
+    const std::string cut = m_Folder / "cut.gz";
+    ASSERT_EQ(Shell("gzip -c " + log + " | head -c 300 > " + cut).m_Status, 0);
+    const std::string plain = m_Folder.Write("plain.xz", ThreeJobs().WithHeader(3).Bytes());
+    EXPECT_FALSE(OpenWhole(cut));
+    EXPECT_FALSE(OpenWhole(plain));
+    EXPECT_THAT(m_User.m_Messages, ElementsAre(HasSubstr("cannot read " + cut),
+                                               plain + " is not packed the way its name says"));
+}
+
 TEST_F(SessionTest, ALogWithoutAHeaderAsksForItsLayoutOnce) {
     const std::string log = m_Folder.Write("plain.bin", ThreeJobs().Bytes());
     const std::string target = m_Folder.WriteTarget("plain.json", ThreeJobs().Database());
@@ -263,7 +291,8 @@ TEST(DesktopHost, LeavesNothingBehindWhenItEnds) {
     {
         DesktopHost host;
         std::string text;
-        ASSERT_TRUE(host.Read({Sample("esp32_ticks.bin"), {}}, PartToRead::kWhole, {}, text));
+        ASSERT_TRUE(
+            host.Read(LogInput({Sample("esp32_ticks.bin"), {}}), PartToRead::kWhole, {}, text));
         ASSERT_TRUE(host.ShowTimeline("log"));
     }
     EXPECT_THAT(main.MDIChildren(), IsEmpty());

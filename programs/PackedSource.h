@@ -1,6 +1,7 @@
 #pragma once
 
 #include <cstddef>
+#include <functional>
 #include <memory>
 #include <string>
 #include <vector>
@@ -13,7 +14,10 @@ namespace vesk {
 // is inside counts as plain bytes, whatever it looks like.
 class PackedSource {
 public:
-    explicit PackedSource(const std::string& path);
+    // Asked while the source has nothing to give and a signal comes; false gives up.
+    using GoesOn = std::function<bool()>;
+
+    PackedSource(const std::string& path, GoesOn goesOn);
     ~PackedSource();
     PackedSource(const PackedSource&) = delete;
     PackedSource& operator=(const PackedSource&) = delete;
@@ -35,6 +39,7 @@ private:
 
     std::unique_ptr<archive, int (*)(archive*)> m_Archive;
     int m_Descriptor;
+    GoesOn m_GoesOn;
     bool m_IsEmpty = false;
     std::vector<char> m_Block;
 };

@@ -1,4 +1,4 @@
-#include "cli/PackedSource.h"
+#include "programs/PackedSource.h"
 
 #include <archive.h>
 #include <archive_entry.h>
@@ -7,14 +7,14 @@
 
 #include <cerrno>
 #include <cstring>
-
-#include "cli/Interrupt.h"
+#include <utility>
 
 namespace vesk {
 
-PackedSource::PackedSource(const std::string& path)
+PackedSource::PackedSource(const std::string& path, GoesOn goesOn)
     : m_Archive(archive_read_new(), archive_read_free),
       m_Descriptor(path == "-" ? STDIN_FILENO : open(path.c_str(), O_RDONLY | O_CLOEXEC)),
+      m_GoesOn(std::move(goesOn)),
       m_Block(std::size_t{1} << 18) {
     archive* const reader = m_Archive.get();
     archive_read_support_filter_gzip(reader);
@@ -61,7 +61,7 @@ std::ptrdiff_t PackedSource::ReadBlock(archive* reader, void* source, const void
     ssize_t size = -1;
     do {
         size = read(self.m_Descriptor, self.m_Block.data(), self.m_Block.size());
-    } while (size < 0 && errno == EINTR && !Interrupted());
+    } while (size < 0 && errno == EINTR && self.m_GoesOn());
     if (size < 0) archive_set_error(reader, errno, "%s", std::strerror(errno));
     return size < 0 ? ARCHIVE_FATAL : size;
 }

@@ -13,25 +13,33 @@ class PackedSource;
 // as long as this object.
 class InputFile {
 public:
-    // Called now and then with the bytes unpacked so far.
-    using Progress = std::function<void(std::int64_t done)>;
+    enum class Outcome {
+        kReady,
+        kRefused,      // cannot be read or unpacked
+        kTooLarge,     // more than maxBytes would come out
+        kCannotWrite,  // the temporary file
+        kGivenUp,      // by the progress; there is no text for it
+    };
+
+    // Called now and then with the bytes unpacked so far, also while a pipe has nothing to give and
+    // a signal comes. False gives up.
+    using Progress = std::function<bool(std::int64_t done)>;
 
     InputFile() = default;
     ~InputFile();
     InputFile(const InputFile&) = delete;
     InputFile& operator=(const InputFile&) = delete;
 
-    // False, and a text, if the data cannot be unpacked or would take more than maxBytes. A file
-    // that is not there is no error yet: whoever opens it will see. A temporary file that cannot
-    // be written ends the program by a Stop.
-    bool Prepare(const std::string& path, std::int64_t maxBytes, const Progress&,
-                 std::string& error);
+    // A text goes with every outcome that is an error. A file that is not there is none yet:
+    // whoever opens it will see.
+    Outcome Prepare(const std::string& path, std::int64_t maxBytes, const Progress&,
+                    std::string& error);
 
     const std::string& ReadablePath() const { return m_ReadablePath; }
 
 private:
-    void MakeTemporaryFile();
-    bool CopyFrom(PackedSource&, std::int64_t maxBytes, const Progress&);
+    bool MakeTemporaryFile(std::string& why);
+    Outcome Unpack(PackedSource&, std::int64_t maxBytes, const Progress&, std::string& why);
 
     std::string m_ReadablePath;
     int m_Descriptor = -1;
