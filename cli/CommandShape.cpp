@@ -37,17 +37,29 @@ OptionShape ShapeOf(const CLI::Option& option) {
     return shape;
 }
 
-}  // namespace
-
-CommandShape ShapeOf(const CLI::App& app) {
-    CommandShape shape{app.get_name(), app.get_description(), {}, {}, {}};
+// A group of options is a command without a name; its options are those of the command around it.
+void AddTo(CommandShape& shape, const CLI::App& app) {
     for (const CLI::Option* const option : app.get_options({})) {
         if (option->get_group().empty()) continue;
         (option->get_positional() ? shape.m_Arguments : shape.m_Options)
             .push_back(ShapeOf(*option));
     }
-    for (const CLI::App* const command : app.get_subcommands({}))
-        if (!command->get_group().empty()) shape.m_Commands.push_back(ShapeOf(*command));
+    for (const CLI::App* const command : app.get_subcommands({})) {
+        if (command->get_name().empty()) {
+            AddTo(shape, *command);
+        } else if (!command->get_group().empty()) {
+            shape.m_Commands.push_back(
+                {command->get_name(), command->get_description(), {}, {}, {}});
+            AddTo(shape.m_Commands.back(), *command);
+        }
+    }
+}
+
+}  // namespace
+
+CommandShape ShapeOf(const CLI::App& app) {
+    CommandShape shape{app.get_name(), app.get_description(), {}, {}, {}};
+    AddTo(shape, app);
     return shape;
 }
 

@@ -23,7 +23,8 @@ void OfferTextExport(CLI::App& app, TextExport*& what) {
     OfferParsed(app, "WHAT", what, TextExportByName,
                 "text (jobs and calls of functions), extra (samples of the extra values) or calls "
                 "(calls with their context switches)")
-        ->required();
+        ->required()
+        ->type_name("text|extra|calls");
 }
 
 // Standard output may end on the terminal that would show the bar.

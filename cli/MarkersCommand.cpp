@@ -84,8 +84,10 @@ void WriteTable(const McuMarkerMap& markers, TableFormat format, OutputBuffer& o
 }  // namespace
 
 void MarkerOptions::OfferTo(CLI::App& app) {
-    app.add_option("FILE", m_File, "a marker file to begin with; - is standard input");
-    app.add_option("--csv", m_Csv, "take markers from lines of marker,time; - is standard input");
+    app.add_option("FILE", m_File, "a marker file to begin with; - is standard input")
+        ->type_name("FILE");
+    app.add_option("--csv", m_Csv, "take markers from lines of marker,time; - is standard input")
+        ->type_name("FILE");
     app.add_option_function<std::vector<std::string>>(
            "--set",
            [this](const std::vector<std::string>& texts) {
@@ -96,10 +98,12 @@ void MarkerOptions::OfferTo(CLI::App& app) {
                }
            },
            "N=T, set marker N to a time: QBit, or with us, ms or s; may be given again")
-        ->allow_extra_args(false);
+        ->allow_extra_args(false)
+        ->type_name("N=T");
     OfferParsed(app, "--format", m_Format, ParseFormat,
                 "text, csv, json, jsonl or slam, a marker file (default: slam if the output's name "
-                "ends in .slam, else text)");
+                "ends in .slam, else text)")
+        ->type_name("text|csv|json|jsonl|slam");
 }
 
 ExitCode RunMarkers(const MarkerOptions& options, const OutputOptions& output, Terminal& terminal) {

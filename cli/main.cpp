@@ -130,7 +130,9 @@ void OfferSimulate(CLI::App& app, vesk::SimulatorOptions& simulator, Options& op
 void OfferFilter(CLI::App& app, Options& options, Action& chosen) {
     CLI::App* const sub =
         app.add_subcommand("filter", "list what a filter file of the viewer holds");
-    sub->add_option("FILE", options.m_File, "the filter file; - is standard input")->required();
+    sub->add_option("FILE", options.m_File, "the filter file; - is standard input")
+        ->required()
+        ->type_name("FILE");
     options.m_Output.OfferTo(*sub);
     OfferTableFormats(*sub, options.m_Format);
     sub->callback(

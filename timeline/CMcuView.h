@@ -98,9 +98,10 @@ public:
 
     // --- Ways through the log beside the commands ------------------------------------------------
 
-    // A key that the view takes itself, with the MK_... it goes with, and what it does.
+    // A key that the view takes itself, with the MK_... it goes with among those that matter for
+    // it, and what it does.
     struct OwnKey {
-        unsigned m_Key, m_Modifiers;
+        unsigned m_Key, m_Modifiers, m_Matters;
         void (*m_Do)(CMcuView&);
         const char* m_Does;
     };
@@ -172,14 +173,6 @@ public:
     void HideToolTip();
 
     // --- Going, finding and markers ------------------------------------------------------------
-    void GoTo(std::uint64_t t) {  // TEMPORARY
-        m_CursorTime = t;
-        if (!IsInView(t)) {
-            m_TimeOffset = t > m_VisibleQbits / 2 ? t - m_VisibleQbits / 2 : 0;
-            Cal_HScrollPos();
-        }
-        InvalidateView();
-    }
 
     // Places the cursor at a time, limited to the log. The view moves only if that is out of sight,
     // and then has the cursor in its middle.

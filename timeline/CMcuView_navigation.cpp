@@ -103,22 +103,27 @@ void CMcuView::Pan(unsigned flags, CPoint point) {
 std::span<const CMcuView::OwnKey> CMcuView::OwnKeys() {
     using V = CMcuView;
     using vesk::SpanChange;
+    constexpr unsigned kAny = MK_CONTROL | MK_SHIFT | MK_ALT;
     static constexpr OwnKey kKeys[] = {
-        {'W', 0, [](V& view) { view.StepZoom(2); }, "Zoom in"},
-        {'S', 0, [](V& view) { view.StepZoom(0.5); }, "Zoom out"},
-        {'A', 0, [](V& view) { view.StepTime(-1, SpanChange::kPanKeys); }, "Earlier"},
-        {'D', 0, [](V& view) { view.StepTime(1, SpanChange::kPanKeys); }, "Later"},
-        {'F', 0, [](V& view) { view.ShowWholeLog(); }, "The whole log"},
-        {VK_LEFT, MK_ALT, [](V& view) { view.Back(); }, "Back to the span shown before"},
-        {VK_RIGHT, MK_ALT, [](V& view) { view.Forward(); }, "Forth again"},
+        {'W', 0, kAny, [](V& view) { view.StepZoom(2); }, "Zoom in"},
+        {'S', 0, kAny, [](V& view) { view.StepZoom(0.5); }, "Zoom out"},
+        {'A', 0, kAny, [](V& view) { view.StepTime(-1, SpanChange::kPanKeys); }, "Earlier"},
+        {'D', 0, kAny, [](V& view) { view.StepTime(1, SpanChange::kPanKeys); }, "Later"},
+        {'F', 0, kAny, [](V& view) { view.ShowWholeLog(); }, "The whole log"},
+        {VK_LEFT, MK_ALT, kAny, [](V& view) { view.Back(); }, "Back to the span shown before"},
+        {VK_RIGHT, MK_ALT, kAny, [](V& view) { view.Forward(); }, "Forth again"},
+        {VK_DELETE, 0, 0, [](V& view) { view.RemoveSelectedMarker(); },
+         "Remove the selected marker"},
+        {VK_F2, 0, MK_SHIFT, [](V& view) { view.GoToMarker(false); }, "To the next marker"},
+        {VK_F2, MK_SHIFT, MK_SHIFT, [](V& view) { view.GoToMarker(true); },
+         "To the previous marker"},
     };
     return kKeys;
 }
 
 void CMcuView::OnKeyDown(unsigned key, unsigned repeat, unsigned modifiers) {
     for (const OwnKey& known : OwnKeys())
-        if (known.m_Key == key && known.m_Modifiers == modifiers) return known.m_Do(*this);
-    if (key == VK_DELETE) RemoveSelectedMarker();
-    if (key == VK_F2) GoToMarker((modifiers & MK_SHIFT) != 0);
+        if (known.m_Key == key && (modifiers & known.m_Matters) == known.m_Modifiers)
+            known.m_Do(*this);
     CView::OnKeyDown(key, repeat, modifiers);
 }

@@ -64,7 +64,7 @@ TEST_F(SelfDescription, BashCompletesCommandsOptionsAndValues) {
         {"vesk jobs --fr", {"--from"}},
         {"vesk jobs --format j", {"json", "jsonl"}},
         {"vesk jobs --format = c", {"csv"}},
-        {"vesk jobs --format =", {"csv", "json", "jsonl", "text"}},
+        {"vesk jobs --format =", {"text", "csv", "json", "jsonl"}},
         {"vesk info --format j", {"json"}},
         {"vesk simulate --form v", {"v1", "v2", "v3"}},
         {"vesk dump --name", {}},                    // not one of its options
@@ -91,7 +91,7 @@ TEST_F(SelfDescription, ZshKnowsTheSameOptions) {
     for (const std::string& command : Commands(""))
         EXPECT_THAT(script, HasSubstr("\n_vesk_" + command + "() {\n"));
     EXPECT_THAT(script, HasSubstr("'*--format=[text (default), csv, json or jsonl]:value:"
-                                  "(csv json jsonl text)'"));
+                                  "(text csv json jsonl)'"));
     EXPECT_THAT(script, HasSubstr(":FILE:_files'"));
     const ProgramRun run = m_Folder.Shell("! command -v zsh >/dev/null || zsh -n zsh");
     EXPECT_EQ(run.code, 0) << run.err;
