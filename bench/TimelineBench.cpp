@@ -2,6 +2,7 @@
 // scroll step and a zoom step, at 1920 x 1080, in both outlooks. At the end, how much longer the
 // longest log takes than the shortest.
 #include <benchmark/benchmark.h>
+#include <malloc.h>
 
 #include <chrono>
 #include <cstdio>
@@ -16,6 +17,8 @@
 #include "platform/CDC.h"
 #include "platform/RasterSurface.h"
 #include "timeline/CMcuView.h"
+#include "timeline/CurveIndex.h"
+#include "timeline/JobStripIndex.h"
 
 namespace {
 
@@ -113,6 +116,12 @@ void AddSamples(McuJobList& list, Numbers& numbers) {
         values = {static_cast<int>(numbers.Below(101)), heap, static_cast<int>(numbers.Below(8))};
         list.InsertExtraInfo(values, list[i].m_StartTime, task);
     }
+}
+
+// Of this process, from the heap.
+std::size_t AllocatedBytes() {
+    const auto heap = mallinfo2();
+    return heap.uordblks + heap.hblkhd;
 }
 
 // One log at a time: the longest takes more than a gigabyte.
@@ -257,6 +266,43 @@ void RunFirst(benchmark::State& state, OUTLOOKTYPE outlook, int jobs) {
     }
 }
 
+// What the indexes take that are built for a log before its first paint.
+template <class Build>
+void RunBuild(benchmark::State& state, int jobs, Build build) {
+    ProvideLog(jobs);
+    const McuJobList& list = *vesk_dll_shared_data.m_pJobList;
+    std::size_t bytes = 0;
+    for (auto _ : state) {
+        const std::size_t before = AllocatedBytes();
+        const auto index = build(list);
+        bytes = AllocatedBytes() - before;
+        benchmark::DoNotOptimize(index);
+    }
+    const auto count = static_cast<double>(jobs);
+    state.counters["per job"] = benchmark::Counter(
+        count, benchmark::Counter::kIsIterationInvariantRate | benchmark::Counter::kInvert);
+    state.counters["bytes a job"] = static_cast<double>(bytes) / count;
+}
+
+void RegisterBuilds(int jobs) {
+    const auto add = [jobs](const char* name, auto build) {
+        benchmark::RegisterBenchmark(
+            (std::string("index/") + name + "/" + std::to_string(jobs)).c_str(),
+            [=](benchmark::State& state) { RunBuild(state, jobs, build); })
+            ->Unit(benchmark::kMillisecond);
+    };
+    add("jobs", [](const McuJobList& list) { return std::make_unique<vesk::JobStripIndex>(list); });
+    add("marks", [](const McuJobList& list) {
+        return std::make_unique<vesk::JobStripIndex>(list.m_SourceMarks);
+    });
+    add("curves", [](const McuJobList& list) { return std::make_unique<vesk::CurveIndex>(list); });
+    add("one read of the jobs", [](const McuJobList& list) {
+        std::uint64_t sum = 0;
+        for (const McuJob& job : list) sum += job.m_EndTime - job.m_StartTime + job.m_Name.size();
+        return sum;
+    });
+}
+
 void RegisterStep(const Case& what, OUTLOOKTYPE outlook, int jobs) {
     const std::string name =
         std::string(outlook == OUTLOOK_PURE ? "pure/" : "relative/") + what.m_Name;
@@ -267,6 +313,7 @@ void RegisterStep(const Case& what, OUTLOOKTYPE outlook, int jobs) {
 }
 
 void Register(int jobs) {
+    RegisterBuilds(jobs);
     for (const OUTLOOKTYPE outlook : {OUTLOOK_PURE, OUTLOOK_RELATIVE}) {
         for (const Case& what : kCases) RegisterStep(what, outlook, jobs);
         const std::string name = outlook == OUTLOOK_PURE ? "pure" : "relative";

@@ -178,6 +178,16 @@ bool CDC::GetTextMetrics(TEXTMETRIC* metric) const {
     return true;
 }
 
+const vesk::GlyphSource& CDC::Glyphs() const {
+    const vesk::Surface* model = GetModel();
+    return model ? model->Glyphs() : vesk::CurrentUserInterface().Glyphs();
+}
+
+void CDC::FillCells(const CRect& box, std::span<const std::uint8_t> cells,
+                    std::span<const COLORREF> palette) {
+    if (vesk::Surface* surface = GetSurface()) surface->FillCells(ToSurface(box), cells, palette);
+}
+
 bool CDC::CreateCompatibleDC(CDC* other) {
     m_Surface = nullptr;
     m_Bitmap = nullptr;

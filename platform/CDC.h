@@ -1,5 +1,7 @@
 #pragma once
 
+#include <cstdint>
+#include <span>
 #include <string_view>
 #include <vector>
 
@@ -14,8 +16,9 @@ class CPen;
 class CWnd;
 
 namespace vesk {
+class GlyphSource;
 class Surface;
-}
+}  // namespace vesk
 
 constexpr int TRANSPARENT = 1;
 constexpr int OPAQUE = 2;
@@ -79,6 +82,10 @@ public:
     // DFCS_BUTTONCHECK and DFCS_FLAT, checked or not, inactive or not. Anything else draws nothing.
     void DrawFrameControl(const CRect&, unsigned kind, unsigned state);
     bool GetTextMetrics(TEXTMETRIC*) const;
+    const vesk::GlyphSource& Glyphs() const;  // that text is measured in
+    // See Surface::FillCells.
+    void FillCells(const CRect&, std::span<const std::uint8_t> cells,
+                   std::span<const COLORREF> palette);
 
     // --- Memory contexts -----------------------------------------------------------------------
 

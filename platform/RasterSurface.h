@@ -38,6 +38,9 @@ public:
     void Rectangle(const CRect&, const CPen&, const CBrush&) override;
     void Text(CPoint, std::string_view, COLORREF) override;
     CSize MeasureText(std::string_view) const override;
+    const GlyphSource& Glyphs() const override;
+    void FillCells(const CRect&, std::span<const std::uint8_t> cells,
+                   std::span<const COLORREF> palette) override;
     std::unique_ptr<Surface> MakeCompatible(CSize) const override;
     // From another raster surface of the same scale; does nothing with any other.
     void Copy(const CRect& target, const Surface& source, CPoint sourceTopLeft) override;

@@ -70,7 +70,12 @@ void RecordingSurface::Text(CPoint at, std::string_view text, COLORREF color) {
 }
 
 CSize RecordingSurface::MeasureText(std::string_view text) const {
-    return vesk::MeasureText(text, FixedGlyphs());
+    return vesk::MeasureText(text, Glyphs());
+}
+
+const GlyphSource& RecordingSurface::Glyphs() const {
+    static const FixedGlyphs glyphs;
+    return glyphs;
 }
 
 std::unique_ptr<Surface> RecordingSurface::MakeCompatible(CSize size) const {

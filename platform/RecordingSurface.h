@@ -31,6 +31,7 @@ public:
     void Rectangle(const CRect&, const CPen&, const CBrush&) override;
     void Text(CPoint, std::string_view, COLORREF) override;
     CSize MeasureText(std::string_view) const override;
+    const GlyphSource& Glyphs() const override;
     std::unique_ptr<Surface> MakeCompatible(CSize) const override;
     void Copy(const CRect& target, const Surface& source, CPoint sourceTopLeft) override;
 

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <cstdint>
 #include <memory>
 #include <span>
 #include <string_view>
@@ -11,6 +12,8 @@ class CBrush;
 class CPen;
 
 namespace vesk {
+
+class GlyphSource;
 
 // What a drawing context draws on: pixels, a recording, a page. Coordinates are logical pixels of
 // the surface; all drawing is cut to the clip rectangle. Lines do not paint their end point,
@@ -33,6 +36,12 @@ public:
     // Text from its top left, over the ground as it is.
     virtual void Text(CPoint, std::string_view, COLORREF) = 0;
     virtual CSize MeasureText(std::string_view) const = 0;
+    virtual const GlyphSource& Glyphs() const = 0;  // that text is measured in
+
+    // Fills a box column by column, each of its cells from the top down: 0 leaves the pixel as it
+    // is, n paints it in colour n - 1 of the palette. Made for pictures of tall, narrow strokes.
+    virtual void FillCells(const CRect&, std::span<const std::uint8_t> cells,
+                           std::span<const COLORREF> palette);
 
     // Another surface of this kind, for a part of the picture; null if its size is not positive or
     // too large. It holds no picture yet.

@@ -23,6 +23,7 @@ public:
     void Rectangle(const CRect&, const CPen&, const CBrush&) override;
     void Text(CPoint, std::string_view, COLORREF) override;
     CSize MeasureText(std::string_view) const override;
+    const GlyphSource& Glyphs() const override { return m_Glyphs; }
     std::unique_ptr<Surface> MakeCompatible(CSize) const override { return nullptr; }
     void Copy(const CRect&, const Surface&, CPoint) override {}
 

@@ -6,17 +6,27 @@ namespace vesk {
 
 namespace {
 
-std::uint8_t NewFrameDigits(const McuJob* jobs, int i) {
-    const std::int32_t before = i == 0 ? -1 : jobs[i - 1].m_TimeStamp;
-    return jobs[i].m_TimeStamp == before ? DigitPyramid::kNoNumber : DigitsOf(jobs[i].m_TimeStamp);
+DigitPyramid::Digits CountsOf(const McuJob* jobs) {
+    return [jobs](int first, int last, std::uint8_t* digits) {
+        for (int i = first; i < last; ++i) *digits++ = DigitsOf(jobs[i].m_TimeCount);
+    };
+}
+
+DigitPyramid::Digits NewFramesOf(const McuJob* jobs) {
+    return [jobs](int first, int last, std::uint8_t* digits) {
+        std::int32_t before = first == 0 ? -1 : jobs[first - 1].m_TimeStamp;
+        for (int i = first; i < last; ++i) {
+            const std::int32_t frame = jobs[i].m_TimeStamp;
+            *digits++ = frame == before ? DigitPyramid::kNoNumber : DigitsOf(frame);
+            before = frame;
+        }
+    };
 }
 
 }  // namespace
 
 AxisIndex::AxisIndex(const McuJobList& list)
-    : m_Counts(list.GetSize(),
-               [jobs = list.data()](int i) { return DigitsOf(jobs[i].m_TimeCount); }),
-      m_NewFrames(list.GetSize(), [jobs = list.data()](int i) { return NewFrameDigits(jobs, i); }) {
-}
+    : m_Counts(list.GetSize(), CountsOf(list.data())),
+      m_NewFrames(list.GetSize(), NewFramesOf(list.data())) {}
 
 }  // namespace vesk

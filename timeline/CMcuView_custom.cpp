@@ -13,23 +13,22 @@
 #include "timeline/SegmentWave.h"
 #include "timeline/TimelineIndex.h"
 
-using vesk::JobStripIndex;
 using vesk::RecordColumn;
 using vesk::SegmentIndex;
 using vesk::TimeScale;
 
 namespace {
 
-const McuJob& SegmentAt(const JobStripIndex& strip, int index) {
-    return strip.Records()[static_cast<std::size_t>(index)];
+const McuJob& SegmentAt(const SegmentIndex& index, int segment) {
+    return index.Strip().Records()[static_cast<std::size_t>(segment)];
 }
 
 // Draws the segments of a view on the strip of all functions.
 class SegmentPainter {
 public:
-    SegmentPainter(const JobStripIndex& strip, vesk::FunctionStrip& blocks, std::uint64_t offset,
+    SegmentPainter(const SegmentIndex& index, vesk::FunctionStrip& blocks, std::uint64_t offset,
                    std::uint64_t viewEnd, std::uint64_t logEnd)
-        : m_Strip(strip),
+        : m_Index(index),
           m_Blocks(blocks),
           m_Offset(offset),
           m_ViewEnd(viewEnd),
@@ -37,35 +36,44 @@ public:
 
     // False beyond what can be seen.
     bool Draw(int index) {
-        const McuJob& segment = SegmentAt(m_Strip, index);
-        const std::uint64_t end = vesk::EffectiveEnd(m_Strip.Records(), index, m_LogEnd);
-        if (end < m_Offset) return true;
-        const std::uint64_t start = std::max(segment.m_StartTime, m_Offset);
-        const bool begins = (segment.m_Flags & kBeganAtEntry) != 0 && segment.m_StartTime == start;
-        const bool ends =
-            (segment.m_Flags & kEndedAtExit) != 0 && segment.m_EndTime == end && end <= m_ViewEnd;
-        return m_Blocks.Draw(
-            {m_Strip.Names().At(index), &segment.m_Name, start, end, begins, ends});
+        return vesk::EffectiveEnd(m_Index.Strip().Records(), index, m_LogEnd) < m_Offset ||
+               m_Blocks.Draw(BlockOf(index));
     }
 
     // Of segments without a pixel of their own only the last text can show; the dots of all cover
     // each other.
     void DrawSimple(const RecordColumn& column) {
-        int shown = column.m_Last - 2;
-        while (shown >= column.m_First && !HasDots(shown)) --shown;
-        if (shown >= column.m_First) {
-            m_Blocks.DrawDots(m_Strip.Names().At(shown), SegmentAt(m_Strip, shown).m_Name,
-                              column.m_X);
-        }
-        Draw(column.m_Last - 1);
+        const int last = column.m_Last - 1;
+        const vesk::FunctionBlock block = BlockOf(last);
+        const bool isDrawn = block.m_End >= m_Offset;
+        if (!isDrawn || !m_Blocks.HasOnlyDots(block)) DrawDots(column.m_First, last, column.m_X);
+        if (isDrawn) m_Blocks.Draw(block);
     }
 
 private:
-    bool HasDots(int index) {
-        return m_Blocks.HasDots(m_Strip.Names().At(index), SegmentAt(m_Strip, index).m_Name);
+    vesk::FunctionBlock BlockOf(int index) const {
+        const McuJob& segment = SegmentAt(m_Index, index);
+        const std::uint64_t end = vesk::EffectiveEnd(m_Index.Strip().Records(), index, m_LogEnd);
+        const std::uint64_t start = std::max(segment.m_StartTime, m_Offset);
+        const bool begins = (segment.m_Flags & kBeganAtEntry) != 0 && segment.m_StartTime == start;
+        const bool ends =
+            (segment.m_Flags & kEndedAtExit) != 0 && segment.m_EndTime == end && end <= m_ViewEnd;
+        return {m_Index.Strip().Names().At(index), &segment.m_Name, start, end, begins, ends};
     }
 
-    const JobStripIndex& m_Strip;
+    // Those of the last one that has any.
+    void DrawDots(int first, int last, int x) {
+        while (last > first && !HasDots(last - 1)) --last;
+        if (last > first)
+            m_Blocks.DrawDots(m_Index.Strip().Names().At(last - 1),
+                              SegmentAt(m_Index, last - 1).m_Name, x);
+    }
+    bool HasDots(int index) {
+        return m_Blocks.HasDots(m_Index.Strip().Names().At(index),
+                                SegmentAt(m_Index, index).m_Name);
+    }
+
+    const SegmentIndex& m_Index;
     vesk::FunctionStrip& m_Blocks;
     const std::uint64_t m_Offset;
     const std::uint64_t m_ViewEnd;
@@ -77,18 +85,17 @@ class LaneWalk {
 public:
     LaneWalk(SegmentIndex& index, vesk::SegmentWave& wave, int function, std::uint64_t offset,
              std::uint64_t logEnd)
-        : m_Index(index),
-          m_Strip(index.Strip()),
-          m_Wave(wave),
-          m_Function(function),
-          m_Offset(offset),
-          m_LogEnd(logEnd) {}
+        : m_Index(index), m_Wave(wave), m_Function(function), m_Offset(offset), m_LogEnd(logEnd) {
+        if (function < 0) return;
+        m_Effects = &index.EffectsFor(function);
+        m_Bit = SegmentIndex::BitOf(function);
+    }
 
     // False beyond what can be seen.
     bool Take(int index) {
-        const bool isOwn = m_Strip.Names().At(index) == m_Function;
-        const McuJob& segment = SegmentAt(m_Strip, index);
-        const std::uint64_t end = vesk::EffectiveEnd(m_Strip.Records(), index, m_LogEnd);
+        const bool isOwn = m_Index.Strip().Names().At(index) == m_Function;
+        const McuJob& segment = SegmentAt(m_Index, index);
+        const std::uint64_t end = vesk::EffectiveEnd(m_Index.Strip().Records(), index, m_LogEnd);
         if (end < m_Offset) {
             if (isOwn) m_Wave.OwnBefore(segment);
             return true;
@@ -103,28 +110,38 @@ public:
     }
 
     bool TakeColumn(std::size_t at, int left) {
-        const RecordColumn& column = m_Strip.Columns()[at];
+        const RecordColumn& column = m_Index.Strip().Columns()[at];
+        if (column.m_Last - column.m_First == 1) return TakeLast(at);
         // At the left edge an entry draws no edge, and an exit does.
-        const bool isSimple = column.m_IsSimple && column.m_X > left &&
-                              column.m_Last - column.m_First > 1 && m_Wave.CanGoOnTo(column.m_X);
+        const bool isSimple =
+            column.m_IsSimple && column.m_X > left && m_Wave.CanGoOnTo(column.m_X);
         if (!isSimple) return Take(column.m_First, column.m_Last);
-        const SegmentIndex::Effect effect =
-            m_Function < 0 ? SegmentIndex::Effect{} : m_Index.EffectOf(at, m_Function);
-        if (effect.m_IsPresent) {
-            m_Wave.Column(column.m_X, effect.m_HasEdges, effect.m_IsHigh);
+        if (m_Effects && ((*m_Effects)[at].m_Present & m_Bit) != 0) {
+            const vesk::LaneEffects& effects = (*m_Effects)[at];
+            m_Wave.Column(column.m_X, (effects.m_Edges & m_Bit) != 0,
+                          (effects.m_High & m_Bit) != 0);
         } else {
             m_Wave.Skip(column.m_X);
         }
-        return Take(column.m_Last - 1);
+        return TakeLast(at);
     }
 
 private:
-    SegmentIndex& m_Index;
-    const JobStripIndex& m_Strip;
+    bool TakeLast(std::size_t at) {
+        const SegmentIndex::ColumnEnd& end = m_Index.Ends()[at];
+        if (end.m_Function == m_Function || !end.m_EndsInOrder)
+            return Take(m_Index.Strip().Columns()[at].m_Last - 1);
+        m_Wave.OtherTo(end.m_X);
+        return true;
+    }
+
+    const SegmentIndex& m_Index;
     vesk::SegmentWave& m_Wave;
     const int m_Function;
     const std::uint64_t m_Offset;
     const std::uint64_t m_LogEnd;
+    const std::vector<vesk::LaneEffects>* m_Effects = nullptr;  // none for an unknown function
+    std::uint64_t m_Bit = 0;
 };
 
 }  // namespace
@@ -135,7 +152,7 @@ void CMcuView::DrawCustomJobList(CDC* dc, int height, int left, int y) {
     SegmentIndex& index = Index().Custom().Segments();
     index.Show(scale, m_CustomFirst, m_CustomLast);
     vesk::FunctionStrip blocks(dc, scale, CanvasRight(), height, y);
-    SegmentPainter painter(index.Strip(), blocks, m_TimeOffset, m_TimeOffset + m_VisibleQbits,
+    SegmentPainter painter(index, blocks, m_TimeOffset, m_TimeOffset + m_VisibleQbits,
                            Jobs().m_EndTime);
     for (int i = m_CustomFirst; i < m_CustomFirst + index.Strip().Leading(); ++i)
         if (!painter.Draw(i)) return;
@@ -150,8 +167,9 @@ void CMcuView::DrawCustomJobList(CDC* dc, int height, int left, int y) {
 
 void CMcuView::DrawCustomJob(CDC* dc, std::string name, int left, int y) {
     const vesk::SavedDrawing saved(dc);
-    CPen pen(PS_SOLID, 1, vesk::FunctionColor(name));
-    CBrush brush(vesk::FunctionColor(name));
+    const COLORREF color = vesk::FunctionColor(name);
+    CPen pen(PS_SOLID, 1, color);
+    CBrush brush(color);
     dc->SelectObject(&pen);
     dc->SelectObject(&brush);
     const TimeScale scale{m_TimeOffset, m_PixelsPerQbit, left};
@@ -159,7 +177,7 @@ void CMcuView::DrawCustomJob(CDC* dc, std::string name, int left, int y) {
     index.Show(scale, m_CustomFirst, m_CustomLast);
     const int function = index.Strip().Names().Find(name);
     const bool isHigh = function >= 0 && index.IsHighBefore(m_CustomFirst, function);
-    vesk::SegmentWave wave(dc, scale, left, CanvasRight(), y, isHigh);
+    vesk::SegmentWave wave(dc, scale, left, CanvasRight(), y, color, isHigh);
     LaneWalk walk(index, wave, function, m_TimeOffset, Jobs().m_EndTime);
     const int leading = m_CustomFirst + index.Strip().Leading();
     bool isVisible = walk.Take(m_CustomFirst, leading);

@@ -7,12 +7,12 @@
 #include "platform/CDC.h"
 #include "platform/CPen.h"
 #include "timeline/CMcuView.h"
-#include "timeline/JobStripIndex.h"
+#include "timeline/EventLane.h"
+#include "timeline/JobLanes.h"
 #include "timeline/SavedDrawing.h"
 #include "timeline/TimelineIndex.h"
 #include "timeline/WaveLane.h"
 
-using vesk::EffectiveEnd;
 using vesk::JobStripIndex;
 using vesk::RecordColumn;
 using vesk::TimeScale;
@@ -60,23 +60,9 @@ private:
     int m_Offset;  // lanes still to be passed over
 };
 
-void DrawLabel(CDC* dc, const std::string& name, int left, int y) {
-    dc->TextOut((left - dc->GetTextExtent(name).cx) / 2, y - kLabelHeight, name);
-}
-
-// Hands out every record that can show, and of simple columns with several records the column as
-// well, ahead of its last record. Stops where `each` says that nothing more can be seen.
-template <class Each, class Simple>
-void Walk(const std::vector<RecordColumn>& columns, int first, int leading, int right, Each each,
-          Simple simple) {
-    for (int i = first; i < first + leading; ++i)
-        if (!each(i)) return;
-    for (std::size_t c = 0; c < columns.size(); ++c) {
-        const RecordColumn& column = columns[c];
-        const bool isSimple = column.m_IsSimple && column.m_X <= right;
-        if (isSimple && column.m_Last - column.m_First > 1) simple(c);
-        for (int i = isSimple ? column.m_Last - 1 : column.m_First; i < column.m_Last; ++i) each(i);
-    }
+void DrawLabel(CMcuView& view, CDC* dc, const std::string& name, int left, int y) {
+    const int width = view.Index().Names().Of(*dc, name).Width();
+    dc->TextOut((left - width) / 2, y - kLabelHeight, name);
 }
 
 }  // namespace
@@ -115,48 +101,26 @@ void CMcuView::DrawJob(CDC* dc, std::string name, int left, int y) {
     CPen pen(PS_SOLID, 1, color);
     dc->SelectObject(&pen);
     const TimeScale scale{m_TimeOffset, m_PixelsPerQbit, left};
-    JobStripIndex& index = Index().Jobs();
-    index.Show(scale, m_JobFirst, m_JobLast);
-    const int number = index.Names().Find(name);
-    const std::uint64_t logEnd = Jobs().m_EndTime;
+    vesk::JobLanes& lanes = Index().Lanes();
+    lanes.Show(scale, m_JobFirst, m_JobLast, CanvasRight());
     WaveLane lane(dc, scale, left, CanvasRight(), y - kLowLevel, color);
-    const auto draw = [&](int i) {
-        const McuJob& job = index.Records()[static_cast<std::size_t>(i)];
-        const std::uint64_t end = EffectiveEnd(index.Records(), i, logEnd);
-        if (end < m_TimeOffset) return true;
-        const std::uint64_t start = std::max(job.m_StartTime, m_TimeOffset);
-        if (index.Names().At(i) == number) return lane.High(start, end);
-        lane.Low(end);
-        return true;
-    };
-    Walk(index.Columns(), m_JobFirst, index.Leading(), CanvasRight(), draw, [&](std::size_t c) {
-        lane.Column(index.Columns()[c].m_X, number >= 0 && index.HasBeforeLast(c, number));
-    });
+    lanes.Draw(lane, lanes.Index().Names().Find(name));
     lane.Finish();
-    DrawLabel(dc, name, left, y);
+    DrawLabel(*this, dc, name, left, y);
 }
 
 void CMcuView::DrawHWJob(CDC* dc, std::string name, int left, int y, int first, int last) {
-    vesk::RecordOrder* order = Index().Events(name);
-    if (!order) return;
+    vesk::EventLane* events = Index().Events(name);
+    if (!events) return;
     const vesk::SavedDrawing saved(dc);
     CPen pen(PS_SOLID, 1, RGB(0, 0, 0));
     dc->SelectObject(&pen);
     const TimeScale scale{m_TimeOffset, m_PixelsPerQbit, left};
-    const std::vector<McuJob>& events = Jobs().m_HWJobs.find(name)->second;
-    std::vector<RecordColumn> columns;
-    const int leading = order->FindColumns(scale, first, last, columns);
+    events->Show(scale, first, last, CanvasRight());
     WaveLane lane(dc, scale, left, CanvasRight(), y - kLowLevel, RGB(0, 0, 0));
-    const auto draw = [&](int i) {
-        const std::uint64_t end = EffectiveEnd(events, i, Jobs().m_EndTime);
-        if (end < m_TimeOffset) return true;
-        const std::uint64_t start = events[static_cast<std::size_t>(i)].m_StartTime;
-        return lane.High(std::max(start, m_TimeOffset), end);
-    };
-    Walk(columns, first, leading, CanvasRight(), draw,
-         [&](std::size_t c) { lane.Column(columns[c].m_X, true); });
+    events->Draw(lane);
     lane.Finish();
-    DrawLabel(dc, name, left, y);
+    DrawLabel(*this, dc, name, left, y);
 }
 
 void CMcuView::DrawSourceMark(CDC* dc, std::string name, int left, int y) {
@@ -179,10 +143,9 @@ void CMcuView::DrawSourceMark(CDC* dc, std::string name, int left, int y) {
         if (!tickAt(i)) break;
     for (std::size_t c = 0; number >= 0 && c < index.Columns().size(); ++c) {
         const RecordColumn& column = index.Columns()[c];
-        const bool isMarked =
-            index.HasBeforeLast(c, number) || index.Names().At(column.m_Last - 1) == number;
+        const bool isMarked = index.HasBeforeLast(c, number) || index.LastName(c) == number;
         if (isMarked) lane.TickAt(column.m_X);
     }
     lane.Finish();
-    DrawLabel(dc, name, left, y);
+    DrawLabel(*this, dc, name, left, y);
 }

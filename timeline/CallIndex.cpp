@@ -4,36 +4,85 @@
 
 namespace vesk {
 
-namespace {
-
-bool StartsBefore(const McuJob& a, const McuJob& b) {
-    return a.m_StartTime < b.m_StartTime;
+CallIndex::CallIndex(int function, const std::vector<McuJob>& calls, std::uint64_t logEnd)
+    : m_Function(function), m_Calls(calls), m_LogEnd(logEnd) {
+    const std::size_t blocks = (calls.size() + kGroup - 1) / kGroup;
+    m_Starts.reserve(blocks);
+    m_Overlaps.assign(blocks / 64 + 1, 0);
+    m_Latest.emplace_back(blocks);
+    for (int i = 0; i < static_cast<int>(calls.size()); ++i) Add(i);
+    BuildLevels();
 }
 
-}  // namespace
+void CallIndex::Add(int call) {
+    const auto at = static_cast<std::size_t>(call);
+    const auto block = static_cast<std::size_t>(call / kGroup);
+    if (call % kGroup == 0) m_Starts.push_back(m_Calls[at].m_StartTime);
+    const std::uint64_t end = EndOf(call);
+    m_Latest[0][block] = std::max(m_Latest[0][block], end);
+    if (at + 1 == m_Calls.size()) return;
+    const std::uint64_t next = m_Calls[at + 1].m_StartTime;
+    if (next < m_Calls[at].m_StartTime) m_IsAscending = false;
+    if (next < end) m_Overlaps[block / 64] |= std::uint64_t{1} << block % 64;
+}
 
-CallIndex::CallIndex(const std::vector<McuJob>& calls, std::uint64_t logEnd)
-    : m_Calls(calls), m_LogEnd(logEnd), m_Order(calls) {
-    m_Order.AddAll();
-    m_IsAscending = std::is_sorted(calls.begin(), calls.end(), StartsBefore);
-    auto below = static_cast<int>(calls.size());
-    for (std::size_t level = 0; below > kGroup; ++level) {
-        std::vector<std::uint64_t> ends(static_cast<std::size_t>((below + kGroup - 1) / kGroup));
-        for (int i = 0; i < below; ++i) {
-            std::uint64_t& end = ends[static_cast<std::size_t>(i / kGroup)];
-            end = std::max(end, At(level, i));
-        }
-        below = static_cast<int>(ends.size());
-        m_Levels.push_back(std::move(ends));
+void CallIndex::BuildLevels() {
+    while (m_Latest.back().size() > kGroup) {
+        const std::vector<std::uint64_t>& lower = m_Latest.back();
+        std::vector<std::uint64_t> level((lower.size() + kGroup - 1) / kGroup);
+        for (std::size_t i = 0; i < lower.size(); ++i)
+            level[i / kGroup] = std::max(level[i / kGroup], lower[i]);
+        m_Latest.push_back(std::move(level));
     }
 }
 
-std::uint64_t CallIndex::At(std::size_t level, int place) const {
-    return level == 0 ? EndOf(place) : m_Levels[level - 1][static_cast<std::size_t>(place)];
+int CallIndex::FirstFrom(int first, int last, std::uint64_t time) const {
+    if (first >= last) return last;
+    const int block = FirstBlockFrom(first / kGroup + 1, (last - 1) / kGroup + 1, time);
+    const int low = std::max(first, (block - 1) * kGroup);
+    const int high = block <= (last - 1) / kGroup ? block * kGroup : last;
+    const auto found =
+        std::partition_point(m_Calls.begin() + low, m_Calls.begin() + high,
+                             [&](const McuJob& call) { return call.m_StartTime < time; });
+    return static_cast<int>(found - m_Calls.begin());
+}
+
+// Doubling steps, then halving: near ends are found at once.
+int CallIndex::FirstBlockFrom(int first, int last, std::uint64_t time) const {
+    const auto startOf = [this](int block) { return m_Starts[static_cast<std::size_t>(block)]; };
+    int step = 1;
+    while (step <= last - first && startOf(first + step - 1) < time) {
+        first += step;
+        step *= 2;
+    }
+    const auto begin = m_Starts.begin();
+    const auto found =
+        std::lower_bound(begin + first, begin + std::min(last, first + step - 1), time);
+    return static_cast<int>(found - begin);
+}
+
+bool CallIndex::FollowEachOther(int first, int last) const {
+    if (first >= last) return true;
+    const auto from = static_cast<std::size_t>(first / kGroup);
+    const auto to = static_cast<std::size_t>((last - 1) / kGroup);
+    for (std::size_t word = from / 64; word <= to / 64; ++word) {
+        std::uint64_t bits = m_Overlaps[word];
+        if (word == from / 64) bits &= UINT64_MAX << from % 64;
+        if (word == to / 64) bits &= UINT64_MAX >> (63 - to % 64);
+        if (bits != 0) return false;
+    }
+    return true;
 }
 
 std::uint64_t CallIndex::LatestEnd(int first, int last) const {
-    return LatestOf(0, first, last);
+    std::uint64_t latest = 0;
+    const auto note = [&](std::uint64_t end) { latest = std::max(latest, end); };
+    const auto take = [&](int call) {
+        note(EndOf(call));
+        return true;
+    };
+    Sweep(first, last, UINT64_MAX, note, take);
+    return latest;
 }
 
 // An end that was not recorded is taken from the next start, so it does not lie behind a time that
@@ -48,41 +97,6 @@ std::uint64_t CallIndex::LatestRecordedEnd(int before, std::uint64_t time) const
     for (std::size_t i = 0; i < last; ++i)
         if (m_Calls[i].m_EndTime > time) latest = std::max(latest, m_Calls[i].m_EndTime);
     return latest;
-}
-
-int CallIndex::FirstEndingFrom(int first, int last, std::uint64_t time) const {
-    return FirstFrom(0, first, last, time);
-}
-
-std::uint64_t CallIndex::LatestOf(std::size_t level, int first, int last) const {
-    std::uint64_t latest = 0;
-    const auto look = [&](int from, int to) {
-        for (int i = from; i < to; ++i) latest = std::max(latest, At(level, i));
-    };
-    const int firstGroup = (first + kGroup - 1) / kGroup;
-    const int lastGroup = last / kGroup;
-    if (level >= m_Levels.size() || firstGroup >= lastGroup) {
-        look(first, last);
-        return latest;
-    }
-    look(first, firstGroup * kGroup);
-    latest = std::max(latest, LatestOf(level + 1, firstGroup, lastGroup));
-    look(lastGroup * kGroup, last);
-    return latest;
-}
-
-int CallIndex::FirstFrom(std::size_t level, int first, int last, std::uint64_t time) const {
-    const auto look = [&](int from, int to) {
-        while (from < to && At(level, from) < time) ++from;
-        return from;
-    };
-    const int firstGroup = (first + kGroup - 1) / kGroup;
-    const int lastGroup = last / kGroup;
-    if (level >= m_Levels.size() || firstGroup >= lastGroup) return look(first, last);
-    const int found = look(first, firstGroup * kGroup);
-    if (found < firstGroup * kGroup) return found;
-    const int group = FirstFrom(level + 1, firstGroup, lastGroup, time);
-    return look(group * kGroup, last);
 }
 
 }  // namespace vesk

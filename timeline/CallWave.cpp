@@ -18,8 +18,14 @@ bool IsPixel(std::int64_t x) {
 
 }  // namespace
 
-CallWave::CallWave(CDC* dc, const TimeScale& scale, int left, int right, int y)
-    : m_DC(dc), m_Scale(scale), m_Left(left), m_Right(right), m_Y(y), m_X(left) {}
+CallWave::CallWave(CDC* dc, const TimeScale& scale, int left, int right, int y, std::uint32_t color)
+    : m_DC(dc),
+      m_Ink(dc, y, color),
+      m_Scale(scale),
+      m_Left(left),
+      m_Right(right),
+      m_Y(y),
+      m_X(left) {}
 
 void CallWave::BeginHigh(std::uint64_t end) {
     m_BeginsHigh = true;
@@ -27,21 +33,20 @@ void CallWave::BeginHigh(std::uint64_t end) {
 }
 
 void CallWave::LeadIn(int x) {
-    const int level = m_BeginsHigh ? FunctionHigh(m_Y) : FunctionLow(m_Y);
-    const int to = m_BeginsHigh ? static_cast<int>(m_Scale.PixelAt(m_LatestEnd)) : x;
-    m_DC->MoveTo(m_Left, level);
-    m_DC->LineTo(to, level);
-    if (m_BeginsHigh) DrawEndMark(m_DC, to, FunctionAxis(m_Y));
-    if (x > m_Left) DrawFunctionEdge(m_DC, x, m_Y);
+    if (m_BeginsHigh) {
+        const int to = static_cast<int>(m_Scale.PixelAt(m_LatestEnd));
+        m_Ink.High(m_Left, to);
+        DrawEndMark(m_DC, to, FunctionAxis(m_Y));
+    } else {
+        m_Ink.Low(m_Left, x);
+    }
+    if (x > m_Left) m_Ink.Edge(x);
 }
 
 bool CallWave::Approach(int x, std::uint64_t start) {
     const bool overlaps = start < m_LatestEnd;
-    if (!overlaps) {
-        m_DC->MoveTo(static_cast<int>(m_Scale.PixelAt(m_LatestEnd)), FunctionLow(m_Y));
-        m_DC->LineTo(x, FunctionLow(m_Y));
-    }
-    DrawFunctionEdge(m_DC, x, m_Y);
+    if (!overlaps) m_Ink.Low(static_cast<int>(m_Scale.PixelAt(m_LatestEnd)), x);
+    m_Ink.Edge(x);
     return overlaps;
 }
 
@@ -63,9 +68,8 @@ bool CallWave::Take(const McuJob& call, std::uint64_t recordedEnd) {
     }
     const bool fits = width <= m_Right - x;
     m_X = fits ? x + static_cast<int>(width) : m_Right;
-    m_DC->MoveTo(x, FunctionHigh(m_Y));
-    m_DC->LineTo(m_X, FunctionHigh(m_Y));
-    if (fits) DrawFunctionEdge(m_DC, m_X, m_Y);
+    m_Ink.High(x, m_X);
+    if (fits) m_Ink.Edge(m_X);
     m_LatestEnd = std::max(m_LatestEnd, end);
     // Only the first call minds its width where it runs out of the canvas.
     const int room = fits ? kRoomForBoth : isFirst ? kRoomForOne : INT32_MIN;
@@ -80,10 +84,20 @@ void CallWave::Skip(int x, std::uint64_t latestEnd) {
     m_LatestEnd = std::max(m_LatestEnd, latestEnd);
 }
 
+bool CallWave::Column(int x, std::uint64_t latestEnd) {
+    const std::int64_t from = m_Scale.PixelAt(m_LatestEnd);
+    if (!IsPixel(from)) return false;
+    if (from < x) m_Ink.Low(static_cast<int>(from), x);
+    m_Ink.Edge(x);
+    Skip(x, latestEnd);
+    return true;
+}
+
 void CallWave::Finish() {
-    if (m_LatestEnd >= m_Scale.m_Offset && m_Scale.PixelAt(m_LatestEnd) >= m_Right) return;
-    m_DC->MoveTo(m_X, FunctionLow(m_Y));
-    m_DC->LineTo(m_Right, FunctionLow(m_Y));
+    const bool reachesOut =
+        m_LatestEnd >= m_Scale.m_Offset && m_Scale.PixelAt(m_LatestEnd) >= m_Right;
+    if (!reachesOut) m_Ink.Low(m_X, m_Right);
+    m_Ink.Finish();
 }
 
 }  // namespace vesk

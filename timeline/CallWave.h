@@ -3,6 +3,7 @@
 #include <cstdint>
 
 #include "log/McuJob.h"
+#include "timeline/LaneInk.h"
 #include "timeline/TimeScale.h"
 
 class CDC;
@@ -13,8 +14,8 @@ namespace vesk {
 // context's pen and brush. Finish ends the lane. Borrows the context.
 class CallWave {
 public:
-    // The lane's base line is y.
-    CallWave(CDC*, const TimeScale&, int left, int right, int y);
+    // The lane's base line is y, its colour that of pen and brush.
+    CallWave(CDC*, const TimeScale&, int left, int right, int y, std::uint32_t color);
 
     // A call before the first one of the view ends at this time, right of the left edge.
     void BeginHigh(std::uint64_t end);
@@ -24,6 +25,9 @@ public:
     // Calls without a pixel of their own, in the column of the call taken last; the latest of their
     // ends.
     void Skip(int x, std::uint64_t latestEnd);
+    // Calls that lie within a column right of that of the call taken last, and end by a time that
+    // lies in it, too. False as for one call.
+    bool Column(int x, std::uint64_t latestEnd);
     void Finish();
 
 private:
@@ -32,6 +36,7 @@ private:
     bool Approach(int x, std::uint64_t start);
 
     CDC* m_DC;
+    LaneInk m_Ink;
     const TimeScale m_Scale;
     const int m_Left;
     const int m_Right;

@@ -12,6 +12,7 @@ struct ColumnRun {
     int m_X;
     int m_First;
     int m_Last;
+    friend bool operator==(const ColumnRun&, const ColumnRun&) = default;
 };
 
 // Groups records [first, last) by the column that their visible start falls on, left to right.

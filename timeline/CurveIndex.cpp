@@ -14,6 +14,7 @@ CurveIndex::CurveIndex(const McuJobList& list)
 void CurveIndex::AddSamples(const McuJobList& list) {
     const std::vector<ExtraInfoRecord>& samples = list.m_ExtraInfos;
     std::vector<Range>& ranges = m_Levels.emplace_back();
+    m_Times.Reserve(samples.size());
     ranges.resize((samples.size() + kLeaf - 1) / kLeaf * m_Values);
     std::uint64_t before = 0;
     for (std::size_t i = 0; i < samples.size(); ++i) {
@@ -28,6 +29,13 @@ void CurveIndex::AddSamples(const McuJobList& list) {
             if (i % kLeaf == 0 && i > 0) (range - m_Values)[j].Widen({value, value});
         }
     }
+}
+
+CurveIndex::Range CurveIndex::RangeOfAll(int value) const {
+    Range all;
+    const std::vector<Range>& top = m_Levels.back();
+    for (auto i = static_cast<std::size_t>(value); i < top.size(); i += m_Values) all.Widen(top[i]);
+    return all;
 }
 
 void CurveIndex::AddLevel() {

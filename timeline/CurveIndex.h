@@ -39,6 +39,9 @@ public:
             level)][static_cast<std::size_t>(stretch) * m_Values + static_cast<std::size_t>(value)];
     }
 
+    // Of a value, in all samples.
+    Range RangeOfAll(int value) const;
+
 private:
     static constexpr int kLeaf = 16;
     static constexpr std::size_t kFanOut = 8;

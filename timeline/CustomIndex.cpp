@@ -1,13 +1,14 @@
 #include "timeline/CustomIndex.h"
 
-#include <utility>
+#include <iterator>
 
 #include "log/McuJobList.h"
 
 namespace vesk {
 
 SegmentIndex& CustomIndex::Segments() {
-    if (!m_Segments) m_Segments = std::make_unique<SegmentIndex>(m_List.m_CustomJobs);
+    if (!m_Segments)
+        m_Segments = std::make_unique<SegmentIndex>(m_List.m_CustomJobs, m_List.m_EndTime);
     return *m_Segments;
 }
 
@@ -16,14 +17,18 @@ CallIndex* CustomIndex::Calls(const std::string& function) {
     if (known != m_Calls.end()) return &known->second;
     const auto lane = m_List.m_CustomJobsCS.find(function);
     if (lane == m_List.m_CustomJobsCS.end()) return nullptr;
-    return &m_Calls.try_emplace(function, lane->second, m_List.m_EndTime).first->second;
+    const auto place = std::distance(m_List.m_CustomJobsCS.begin(), lane);
+    return &m_Calls.try_emplace(function, static_cast<int>(place), lane->second, m_List.m_EndTime)
+                .first->second;
 }
 
-SliceIndex& CustomIndex::Slices(const NameColumn& jobNames) {
-    if (m_Slices) return *m_Slices;
-    std::vector<CallIndex*> lanes;
-    for (const auto& [function, calls] : m_List.m_CustomJobsCS) lanes.push_back(Calls(function));
-    m_Slices = std::make_unique<SliceIndex>(m_List, jobNames, std::move(lanes));
+CallOrder& CustomIndex::Order() {
+    if (!m_Order) m_Order = std::make_unique<CallOrder>(m_List.m_CustomJobsCS, m_List.m_EndTime);
+    return *m_Order;
+}
+
+SliceIndex& CustomIndex::Slices(JobStripIndex& jobs) {
+    if (!m_Slices) m_Slices = std::make_unique<SliceIndex>(m_List, jobs, Order());
     return *m_Slices;
 }
 

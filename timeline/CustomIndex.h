@@ -4,7 +4,9 @@
 #include <memory>
 #include <string>
 
+#include "timeline/CallColumns.h"
 #include "timeline/CallIndex.h"
+#include "timeline/CallOrder.h"
 #include "timeline/SegmentIndex.h"
 #include "timeline/SliceIndex.h"
 
@@ -21,14 +23,17 @@ public:
     SegmentIndex& Segments();
     // Null for a function without a lane of calls.
     CallIndex* Calls(const std::string& function);
-    // Names of the jobs by number; borrowed.
-    SliceIndex& Slices(const NameColumn& jobNames);
+    CallOrder& Order();
+    CallColumns& Columns() { return m_Columns; }  // of the view shown last
+    SliceIndex& Slices(JobStripIndex& jobs);      // borrowed
 
 private:
     const McuJobList& m_List;
     std::unique_ptr<SegmentIndex> m_Segments;
     std::map<std::string, CallIndex> m_Calls;
+    std::unique_ptr<CallOrder> m_Order;
     std::unique_ptr<SliceIndex> m_Slices;
+    CallColumns m_Columns;
 };
 
 }  // namespace vesk

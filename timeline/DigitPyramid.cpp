@@ -1,6 +1,8 @@
 #include "timeline/DigitPyramid.h"
 
 #include <algorithm>
+#include <array>
+#include <bit>
 #include <utility>
 
 namespace vesk {
@@ -9,19 +11,28 @@ namespace {
 
 constexpr int kGroup = 16;
 
+constexpr std::array<std::uint64_t, 20> kPowers = [] {
+    std::array<std::uint64_t, 20> powers{};
+    std::uint64_t power = 1;
+    for (std::uint64_t& entry : powers) {
+        entry = power;
+        power *= 10;
+    }
+    powers[0] = 0;
+    return powers;
+}();
+
 }  // namespace
 
 std::uint8_t DigitsOf(std::int64_t number) {
-    std::uint8_t digits = 1;
-    while (number >= 10 || number <= -10) {
-        number /= 10;
-        ++digits;
-    }
-    return digits;
+    const auto bits = static_cast<std::uint64_t>(number);
+    const std::uint64_t size = number < 0 ? 0 - bits : bits;
+    // Binary digits tell the decimal ones but for one.
+    const auto atLeast = static_cast<std::size_t>(std::bit_width(size | 1) * 1233 >> 12);
+    return static_cast<std::uint8_t>(atLeast + (size >= kPowers[atLeast] ? 1 : 0));
 }
 
-DigitPyramid::DigitPyramid(int size, std::function<std::uint8_t(int)> digits)
-    : m_Size(size), m_Digits(std::move(digits)) {
+DigitPyramid::DigitPyramid(int size, Digits digits) : m_Size(size), m_Digits(std::move(digits)) {
     for (int groups = size; groups > 1;) {
         groups = (groups - 1) / kGroup + 1;
         m_Levels.emplace_back(static_cast<std::size_t>(groups));
@@ -39,7 +50,8 @@ int DigitPyramid::FirstAtMost(int first, int last, int digits) {
             if (Least(level, static_cast<int>(at / wider)) <= digits) break;
             span = wider;
         }
-        if (span == 1 && m_Digits(static_cast<int>(at)) <= digits) return static_cast<int>(at);
+        const auto place = static_cast<int>(at);
+        if (span == 1 && LeastOfNumbers(place, place + 1) <= digits) return place;
         at += span;
     }
     return last;
@@ -51,10 +63,16 @@ std::uint8_t DigitPyramid::Least(std::size_t level, int group) {
     const int below = level == 0 ? m_Size : static_cast<int>(m_Levels[level - 1].size());
     const int end =
         static_cast<int>(std::min<std::int64_t>(std::int64_t{group} * kGroup + kGroup, below));
+    if (level == 0) return least = LeastOfNumbers(group * kGroup, end);
     least = kNoNumber;
-    for (int i = group * kGroup; i < end; ++i)
-        least = std::min(least, level == 0 ? m_Digits(i) : Least(level - 1, i));
+    for (int i = group * kGroup; i < end; ++i) least = std::min(least, Least(level - 1, i));
     return least;
+}
+
+std::uint8_t DigitPyramid::LeastOfNumbers(int first, int last) const {
+    std::array<std::uint8_t, kGroup> digits;
+    m_Digits(first, last, digits.data());
+    return *std::min_element(digits.begin(), digits.begin() + (last - first));
 }
 
 }  // namespace vesk

@@ -17,8 +17,11 @@ class DigitPyramid {
 public:
     static constexpr std::uint8_t kNoNumber = 255;  // for places of the row that never count
 
-    // digits(i), 1 or more, is asked for i from 0 to below size; what it reads must not change.
-    DigitPyramid(int size, std::function<std::uint8_t(int)> digits);
+    // Writes the digits, 1 or more, of places [first, last) one after the other; at most 16.
+    using Digits = std::function<void(int first, int last, std::uint8_t* digits)>;
+
+    // What the function reads must not change.
+    DigitPyramid(int size, Digits digits);
 
     // The first place in [first, last) whose number has at most so many digits, below kNoNumber;
     // last if there is none.
@@ -28,9 +31,10 @@ private:
     using Level = std::vector<std::uint8_t>;  // 0: not worked out yet
 
     std::uint8_t Least(std::size_t level, int group);
+    std::uint8_t LeastOfNumbers(int first, int last) const;
 
     int m_Size;
-    std::function<std::uint8_t(int)> m_Digits;
+    Digits m_Digits;
     std::vector<Level> m_Levels;
 };
 

@@ -14,6 +14,7 @@ namespace vesk {
 namespace {
 
 constexpr COLORREF kWhite = 0xFFFFFF;
+constexpr std::string_view kDots = "...";  // of a text that was cut
 constexpr int kRoomForOne = 5;
 constexpr int kRoomForBoth = 10;
 
@@ -30,17 +31,31 @@ const FunctionStrip::Look& FunctionStrip::LookOf(int function, const std::string
     const auto at = static_cast<std::size_t>(function);
     if (at >= m_Looks.size()) m_Looks.resize(at + 1);
     Look& look = m_Looks[at];
-    if (!look.m_IsKnown) look = {true, FunctionColor(name), m_DC->GetTextExtent(name).cx};
+    if (look.m_IsKnown) return look;
+    look = {true, FunctionColor(name), m_DC->GetTextExtent(name).cx,
+            name.empty() ? INT32_MIN : INT32_MAX};
+    if (name.size() > 1)
+        look.m_LeastWidth = m_DC->GetTextExtent(name.substr(0, 1).append(kDots)).cx;
     return look;
+}
+
+int FunctionStrip::WidthOf(const FunctionBlock& block, int x) const {
+    const std::int64_t length =
+        block.m_End > block.m_Start ? m_Scale.Length(block.m_End - block.m_Start) : 0;
+    return static_cast<int>(std::min<std::int64_t>(length, m_Right - x));
+}
+
+bool FunctionStrip::HasOnlyDots(const FunctionBlock& block) {
+    const std::int64_t x = m_Scale.PixelAt(block.m_Start);
+    if (x > INT32_MAX) return false;
+    return LookOf(block.m_Function, *block.m_Name).HasOnlyDots(WidthOf(block, static_cast<int>(x)));
 }
 
 bool FunctionStrip::Draw(const FunctionBlock& block) {
     const std::int64_t wideX = m_Scale.PixelAt(block.m_Start);
     if (wideX < 0 || wideX > INT32_MAX) return false;
     const auto x = static_cast<int>(wideX);
-    const std::int64_t length =
-        block.m_End > block.m_Start ? m_Scale.Length(block.m_End - block.m_Start) : 0;
-    const auto width = static_cast<int>(std::min<std::int64_t>(length, m_Right - x));
+    const int width = WidthOf(block, x);
     const Look& look = LookOf(block.m_Function, *block.m_Name);
     m_DC->FillSolidRect(x + 1, m_Y - m_Height, width, m_Height, look.m_Color);
     m_DC->SetBkColor(kWhite);
@@ -71,6 +86,8 @@ void FunctionStrip::DrawText(const Look& look, const std::string& name, int x, i
     m_DC->SetTextColor(TextColorOn(look.m_Color));
     if (width > look.m_TextWidth) {
         m_DC->TextOut(x + (width - look.m_TextWidth) / 2, y, name);
+    } else if (look.HasOnlyDots(width)) {
+        m_DC->TextOut(x, y, kDots);
     } else {
         m_DC->TextOut(x, y, FitText(*m_DC, name, width));
     }

@@ -31,7 +31,9 @@ public:
     bool Draw(const FunctionBlock&);
     // What a block without a pixel of its own leaves behind, at x: the dots of its name.
     void DrawDots(int function, const std::string& name, int x);
-    // Whether it leaves anything.
+    // Whether the text of a block is no more than its dots, so that they cover those of others.
+    bool HasOnlyDots(const FunctionBlock&);
+    // Whether a block without a pixel of its own leaves anything.
     bool HasDots(int function, const std::string& name) {
         return LookOf(function, name).m_TextWidth > 0;
     }
@@ -41,8 +43,12 @@ private:
         bool m_IsKnown = false;
         COLORREF m_Color = 0;
         int m_TextWidth = 0;
+        int m_LeastWidth = 0;  // below it no letter stands before the dots
+
+        bool HasOnlyDots(int width) const { return width < m_TextWidth && width < m_LeastWidth; }
     };
 
+    int WidthOf(const FunctionBlock&, int x) const;
     const Look& LookOf(int function, const std::string& name);
     void DrawMarks(const FunctionBlock&, COLORREF, int x, int width);
     void DrawText(const Look&, const std::string& name, int x, int width);

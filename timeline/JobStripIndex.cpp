@@ -1,30 +1,49 @@
 #include "timeline/JobStripIndex.h"
 
+#include <algorithm>
+#include <span>
+
 namespace vesk {
+
+namespace {
+
+constexpr std::size_t kChunk = 256;  // records that stay in the nearest cache
+constexpr std::size_t kAhead = 16;   // columns
+
+}  // namespace
 
 JobStripIndex::JobStripIndex(const std::vector<McuJob>& records)
     : m_Records(records), m_Order(records) {
     m_Names.Reserve(records.size());
-    for (const McuJob& record : records) {
-        m_Order.Add(record);
-        m_Names.Add(record.m_Name);
+    const std::span<const McuJob> all(records);
+    for (std::size_t i = 0; i < all.size(); i += kChunk) {
+        const std::span<const McuJob> chunk = all.subspan(i, std::min(kChunk, all.size() - i));
+        m_Names.Add(chunk);
+        m_Order.Add(chunk);
     }
     m_Names.Finish();
 }
 
-void JobStripIndex::Show(const TimeScale& scale, int first, int last) {
-    const bool isSame = m_Scale.m_Offset == scale.m_Offset && m_Scale.m_Left == scale.m_Left &&
-                        m_Scale.m_PixelsPerQbit == scale.m_PixelsPerQbit && m_First == first &&
-                        m_Last == last;
-    if (isSame) return;
+bool JobStripIndex::Show(const TimeScale& scale, int first, int last) {
+    if (m_Scale == scale && m_First == first && m_Last == last) return false;
     m_Scale = scale;
     m_First = first;
     m_Last = last;
     m_Leading = m_Order.FindColumns(scale, first, last, m_Columns);
+    CollectNames();
+    return true;
+}
+
+void JobStripIndex::CollectNames() {
     m_Sets.assign(m_Columns.size() * m_Names.Words(), 0);
-    for (std::size_t i = 0; i < m_Columns.size(); ++i)
+    m_LastNames.resize(m_Columns.size());
+    for (std::size_t i = 0; i < m_Columns.size(); ++i) {
+        const RecordColumn& ahead = m_Columns[std::min(i + kAhead, m_Columns.size() - 1)];
+        m_Names.Prefetch(ahead.m_First, ahead.m_Last);
         m_Names.Collect(m_Columns[i].m_First, m_Columns[i].m_Last - 1,
                         &m_Sets[i * m_Names.Words()]);
+        m_LastNames[i] = m_Names.At(m_Columns[i].m_Last - 1);
+    }
 }
 
 }  // namespace vesk

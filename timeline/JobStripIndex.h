@@ -11,7 +11,7 @@
 namespace vesk {
 
 // What painting wants to know of one sequence of records under several names: jobs, function
-// segments or source marks. Built in one pass; about 1.3 bytes a record.
+// segments or source marks. Built in one pass; about 1.7 bytes a record.
 class JobStripIndex {
 public:
     explicit JobStripIndex(const std::vector<McuJob>& records);  // borrowed
@@ -19,12 +19,13 @@ public:
     const std::vector<McuJob>& Records() const { return m_Records; }
     const NameColumn& Names() const { return m_Names; }
     bool IsAscending() const { return m_Order.IsAscending(); }
+    bool FollowEachOther() const { return m_Order.FollowEachOther(); }
 
     // --- One view ------------------------------------------------------------------------------
 
     // Turns to records [first, last) as one span shows them. Costs what the columns cost, and
-    // nothing while the span stays the same: all lanes ask for it.
-    void Show(const TimeScale&, int first, int last);
+    // nothing while the span stays the same: all lanes ask for it. Whether it was another one.
+    bool Show(const TimeScale&, int first, int last);
 
     // Records at the front that belong to no column and are to be looked at one by one.
     int Leading() const { return m_Leading; }
@@ -35,7 +36,12 @@ public:
         return (m_Sets[column * m_Names.Words() + bit / 64] >> bit % 64 & 1) != 0;
     }
 
+    // Name of the last record of the column.
+    int LastName(std::size_t column) const { return m_LastNames[column]; }
+
 private:
+    void CollectNames();
+
     const std::vector<McuJob>& m_Records;
     RecordOrder m_Order;
     NameColumn m_Names;
@@ -45,6 +51,7 @@ private:
     int m_Leading = 0;
     std::vector<RecordColumn> m_Columns;
     std::vector<std::uint64_t> m_Sets;  // one per column
+    std::vector<int> m_LastNames;
 };
 
 }  // namespace vesk

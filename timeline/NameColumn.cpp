@@ -1,85 +1,126 @@
 #include "timeline/NameColumn.h"
 
 #include <algorithm>
+#include <array>
 #include <cstring>
+#include <functional>
 
 #include "log/HashSeed.h"
+#include "platform/Prefetch.h"
 
 namespace vesk {
 
 namespace {
 
-std::uint64_t Load(const char* text, std::size_t length) {
-    std::uint64_t word = 0;
-    std::memcpy(&word, text, length);
-    return word;
-}
+constexpr std::size_t kBatch = 64;
 
-// First and last bytes of a text. Fixed lengths, because copying a varying number is slow.
-void LoadEnds(std::string_view text, std::uint64_t& head, std::uint64_t& tail) {
-    const std::size_t length = text.size();
-    if (length >= 8) {
-        head = Load(text.data(), 8);
-        tail = Load(text.data() + length - 8, 8);
-    } else if (length >= 4) {
-        head = Load(text.data(), 4);
-        tail = Load(text.data() + length - 4, 4);
-    } else {
-        head = length > 0 ? Load(text.data(), length) : 0;
-        tail = 0;
-    }
+std::uint64_t Load4(const char* text) {
+    std::uint32_t word;
+    std::memcpy(&word, text, sizeof word);
+    return word;
 }
 
 }  // namespace
 
+NameColumn::NameColumn()
+    : m_Slots(kFirstSlots), m_Multiplier(HashMultiplier()), m_Shift(64 - 8), m_Planes(1) {}
+
 void NameColumn::Reserve(std::size_t records) {
-    if (m_Planes.empty()) m_Planes.emplace_back();
     m_Planes[0].reserve(records);
 }
 
-void NameColumn::Add(std::string_view name) {
-    const int number = NumberOf(name);
-    for (std::size_t i = 0; i < m_Planes.size(); ++i)
-        m_Planes[i].push_back(static_cast<std::uint8_t>(number >> 8 * i));
-    ++m_Count;
+void NameColumn::Add(std::span<const McuJob> records) {
+    std::array<std::uint32_t, kBatch> numbers;
+    for (std::size_t i = 0; i < records.size(); i += kBatch) {
+        const std::size_t count = std::min(kBatch, records.size() - i);
+        for (std::size_t j = 0; j < count; ++j)
+            numbers[j] = static_cast<std::uint32_t>(NumberOf(records[i + j].m_Name));
+        Store({numbers.data(), count});
+    }
 }
 
-int NameColumn::NumberOf(std::string_view name) {
-    static const std::uint64_t multiplier = HashMultiplier();
-    std::uint64_t head = 0;
-    std::uint64_t tail = 0;
-    LoadEnds(name, head, tail);
-    Recent& recent = m_Recent[((head ^ tail * 3) * multiplier) >> 54];
-    const bool isKnown =
-        recent.m_Length == name.size() && recent.m_Head == head && recent.m_Tail == tail &&
-        recent.m_Name >= 0 &&
-        (name.size() <= 16 || m_Texts[static_cast<std::size_t>(recent.m_Name)] == name);
-    if (!isKnown) recent = {head, tail, name.size(), Intern(name)};
-    return recent.m_Name;
+void NameColumn::Store(std::span<const std::uint32_t> numbers) {
+    const std::size_t stored = m_Planes[0].size();
+    while (m_Texts.size() > std::size_t{1} << 8 * m_Planes.size())
+        m_Planes.emplace_back(stored, std::uint8_t{0});
+    std::array<std::uint8_t, kBatch> bytes;
+    for (std::size_t plane = 0; plane < m_Planes.size(); ++plane) {
+        for (std::size_t i = 0; i < numbers.size(); ++i)
+            bytes[i] = static_cast<std::uint8_t>(numbers[i] >> 8 * plane);
+        m_Planes[plane].insert(m_Planes[plane].end(), bytes.begin(),
+                               bytes.begin() + static_cast<std::ptrdiff_t>(numbers.size()));
+    }
 }
 
-int NameColumn::Intern(std::string_view name) {
-    const auto [entry, isNew] = m_Numbers.try_emplace(std::string(name), Names());
-    if (isNew) m_Texts.emplace_back(name);
-    while (m_Planes.empty() || (entry->second >> 8 * m_Planes.size()) > 0)
-        m_Planes.emplace_back(m_Count, std::uint8_t{0});
-    return entry->second;
+// --- Numbers of names ----------------------------------------------------------------------------
+
+// Four words cover any text of 4 to 16 characters, whatever its length: a branch on a length that
+// differs from record to record costs more than all of this.
+inline NameColumn::Key NameColumn::KeyOf(std::string_view name) {
+    const std::size_t length = name.size();
+    const char* const text = name.data();
+    if (length < 4) {
+        std::uint64_t head = 0;
+        for (const char c : name) head = head << 8 | static_cast<std::uint8_t>(c);
+        return {head, 0, length};
+    }
+    if (length > kKeyLength) return {Load4(text), std::hash<std::string_view>()(name), length};
+    const std::size_t second = std::min<std::size_t>(length - 4, 4);
+    return {Load4(text) | Load4(text + second) << 32,
+            Load4(text + length - 4) | Load4(text + length - 4 - second) << 32, length};
 }
 
-int NameColumn::Find(const std::string& name) const {
-    const auto found = m_Numbers.find(name);
-    return found == m_Numbers.end() ? -1 : found->second;
+// The slot that holds the name, or the free one where it belongs.
+inline std::size_t NameColumn::SlotOf(const Key& key, std::string_view name) const {
+    const std::size_t mask = m_Slots.size() - 1;
+    std::size_t at = ((key.m_Head ^ key.m_Tail * 3) + key.m_Length) * m_Multiplier >> m_Shift;
+    while (true) {
+        const Slot& slot = m_Slots[at];
+        if (slot.m_Name < 0) return at;
+        if (slot.m_Key == key && (key.m_Length <= kKeyLength || Text(slot.m_Name) == name))
+            return at;
+        at = (at + 1) & mask;
+    }
 }
+
+inline int NameColumn::NumberOf(std::string_view name) {
+    const Key key = KeyOf(name);
+    const std::size_t slot = SlotOf(key, name);
+    const int number = m_Slots[slot].m_Name;
+    return number >= 0 ? number : Intern(slot, key, name);
+}
+
+int NameColumn::Intern(std::size_t slot, const Key& key, std::string_view name) {
+    const int number = Names();
+    m_Texts.emplace_back(name);
+    m_Slots[slot] = {key, number};
+    if (m_Texts.size() * 4 > m_Slots.size()) GrowSlots();
+    return number;
+}
+
+void NameColumn::GrowSlots() {
+    std::vector<Slot> old(m_Slots.size() * 2);
+    old.swap(m_Slots);
+    --m_Shift;
+    for (const Slot& slot : old)
+        if (slot.m_Name >= 0) m_Slots[SlotOf(slot.m_Key, Text(slot.m_Name))] = slot;
+}
+
+int NameColumn::Find(std::string_view name) const {
+    return m_Slots[SlotOf(KeyOf(name), name)].m_Name;
+}
+
+// --- Sets of names -------------------------------------------------------------------------------
 
 // Many names make sets large; their blocks grow with them, so that all sets together stay small.
 void NameColumn::Finish() {
     m_Words = (m_Texts.size() + 63) / 64 + (m_Texts.empty() ? 1 : 0);
     m_Block = 64 * m_Words;
-    std::size_t below = (m_Count + m_Block - 1) / m_Block;
+    const std::size_t count = m_Planes[0].size();
+    std::size_t below = (count + m_Block - 1) / m_Block;
     m_Levels.assign(1, std::vector<std::uint64_t>(below * m_Words));
     for (std::size_t i = 0; i < below; ++i)
-        CollectRecords(i * m_Block, std::min(m_Count, (i + 1) * m_Block),
-                       &m_Levels[0][i * m_Words]);
+        CollectRecords(i * m_Block, std::min(count, (i + 1) * m_Block), &m_Levels[0][i * m_Words]);
     while (below > kFanOut) {
         const std::size_t sets = (below + kFanOut - 1) / kFanOut;
         m_Levels.emplace_back(sets * m_Words);
@@ -104,6 +145,18 @@ void NameColumn::Collect(int first, int last, std::uint64_t* set) const {
     CollectRecords(from, firstBlock * m_Block, set);
     CollectBlocks(0, firstBlock, lastBlock, set);
     CollectRecords(lastBlock * m_Block, to, set);
+}
+
+void NameColumn::Prefetch(int first, int last) const {
+    if (first >= last) return;
+    const auto from = static_cast<std::size_t>(first);
+    const auto to = static_cast<std::size_t>(last) - 1;
+    for (const std::vector<std::uint8_t>& plane : m_Planes) {
+        vesk::Prefetch(&plane[from]);
+        vesk::Prefetch(&plane[to]);
+    }
+    vesk::Prefetch(&m_Levels[0][from / m_Block * m_Words]);
+    vesk::Prefetch(&m_Levels[0][to / m_Block * m_Words]);
 }
 
 void NameColumn::CollectRecords(std::size_t first, std::size_t last, std::uint64_t* set) const {
@@ -148,8 +201,8 @@ std::vector<std::uint64_t> NameColumn::SetOf(
 }
 
 Pyramid NameColumn::Shape() const {
-    return {static_cast<int>(m_Count), static_cast<int>(m_Block), static_cast<int>(kFanOut),
-            static_cast<int>(m_Levels.size())};
+    return {static_cast<int>(m_Planes[0].size()), static_cast<int>(m_Block),
+            static_cast<int>(kFanOut), static_cast<int>(m_Levels.size())};
 }
 
 int NameColumn::FirstOf(const std::uint64_t* set, int first, int last) const {

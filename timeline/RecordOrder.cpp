@@ -4,21 +4,26 @@
 
 namespace vesk {
 
-void RecordOrder::Add(const McuJob& record) {
-    const int before = m_Blocks.Count() - 1;
-    const std::uint64_t start = record.m_StartTime;
-    if (start < m_LastStart) m_IsAscending = false;
-    if (start < m_LastEnd) {
-        const int block = before / TimeBlocks::kBlock;
-        if (m_Overlaps.empty() || m_Overlaps.back() != block) m_Overlaps.push_back(block);
+void RecordOrder::Add(std::span<const McuJob> records) {
+    std::uint64_t lastStart = m_LastStart;
+    std::uint64_t lastEnd = m_LastEnd;
+    bool isAscending = m_IsAscending;
+    for (const McuJob& record : records) {
+        const std::uint64_t start = record.m_StartTime;
+        isAscending = isAscending && start >= lastStart;
+        if (start < lastEnd) NoteOverlap(m_Blocks.Count() - 1);
+        m_Blocks.Add(start);
+        lastStart = start;
+        lastEnd = std::max(record.m_EndTime, start);
     }
-    m_Blocks.Add(start);
-    m_LastStart = start;
-    m_LastEnd = record.m_EndTime > start ? record.m_EndTime : start;
+    m_LastStart = lastStart;
+    m_LastEnd = lastEnd;
+    m_IsAscending = isAscending;
 }
 
-void RecordOrder::AddAll() {
-    for (const McuJob& record : m_Records) Add(record);
+void RecordOrder::NoteOverlap(int record) {
+    const int block = record / TimeBlocks::kBlock;
+    if (m_Overlaps.empty() || m_Overlaps.back() != block) m_Overlaps.push_back(block);
 }
 
 // A block with an overlap anywhere counts as out of order: it is only looked at more closely.
@@ -33,7 +38,9 @@ int RecordOrder::FindColumns(const TimeScale& scale, int first, int last,
     columns.clear();
     if (first >= last) return 0;
     if (!m_IsAscending) return last - first;
-    const auto start = [&](int i) { return m_Records[static_cast<std::size_t>(i)].m_StartTime; };
+    const auto start = [&](int i) -> const std::uint64_t& {
+        return m_Records[static_cast<std::size_t>(i)].m_StartTime;
+    };
     const int leading = m_Blocks.FirstFrom(first, last, scale.m_Offset, start) - first;
     m_Blocks.FindRuns(scale, first + leading, last, start, m_Runs);
     columns.reserve(m_Runs.size());

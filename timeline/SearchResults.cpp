@@ -43,7 +43,7 @@ int SearchResults::FirstFrom(std::uint64_t time) const {
 void SearchResults::AddRecords(const std::vector<McuJob>& records, const Fits& fits) {
     NameColumn names;
     names.Reserve(records.size());
-    for (const McuJob& record : records) names.Add(record.m_Name);
+    names.Add(records);
     names.Finish();
     const std::vector<std::uint64_t> set = names.SetOf(fits);
     const auto count = static_cast<int>(records.size());

@@ -4,21 +4,32 @@
 
 namespace vesk {
 
-SegmentIndex::SegmentIndex(const std::vector<McuJob>& segments) : m_Strip(segments) {
+SegmentIndex::SegmentIndex(const std::vector<McuJob>& segments, std::uint64_t logEnd)
+    : m_Strip(segments), m_LogEnd(logEnd) {
     m_Flags.reserve(segments.size());
     for (const McuJob& segment : segments) m_Flags.push_back(segment.m_Flags);
 }
 
 void SegmentIndex::Show(const TimeScale& scale, int first, int last) {
-    const bool isSame = m_Scale.m_Offset == scale.m_Offset && m_Scale.m_Left == scale.m_Left &&
-                        m_Scale.m_PixelsPerQbit == scale.m_PixelsPerQbit && m_First == first &&
-                        m_Last == last;
-    if (isSame) return;
+    if (m_Scale == scale && m_First == first && m_Last == last) return;
     m_Scale = scale;
     m_First = first;
     m_Last = last;
     ++m_Span;
     m_Strip.Show(scale, first, last);
+    FindEnds();
+}
+
+void SegmentIndex::FindEnds() {
+    const std::vector<McuJob>& records = m_Strip.Records();
+    m_Ends.clear();
+    for (const RecordColumn& column : m_Strip.Columns()) {
+        const int last = column.m_Last - 1;
+        const std::uint64_t end = EffectiveEnd(records, last, m_LogEnd);
+        const bool isInOrder = end >= records[static_cast<std::size_t>(last)].m_StartTime;
+        const std::int64_t x = std::min<std::int64_t>(m_Scale.PixelAt(end), INT32_MAX);
+        m_Ends.push_back({m_Strip.Names().At(last), static_cast<int>(x), isInOrder});
+    }
 }
 
 SegmentIndex::Page& SegmentIndex::PageOf(int function) {
@@ -89,10 +100,10 @@ LaneEffects SegmentIndex::Of(const Page& page, int number, int first, int last) 
 
 bool SegmentIndex::IsHighBefore(int first, int function) {
     const LaneEffects effects = Of(PageOf(function), function / kLanes, 0, first);
-    return (effects.m_High >> function % kLanes & 1) != 0;
+    return (effects.m_High & BitOf(function)) != 0;
 }
 
-SegmentIndex::Effect SegmentIndex::EffectOf(std::size_t column, int function) {
+const std::vector<LaneEffects>& SegmentIndex::EffectsFor(int function) {
     Page& page = PageOf(function);
     if (page.m_Span != m_Span) {
         page.m_Span = m_Span;
@@ -100,10 +111,7 @@ SegmentIndex::Effect SegmentIndex::EffectOf(std::size_t column, int function) {
         for (const RecordColumn& shown : m_Strip.Columns())
             page.m_Columns.push_back(Of(page, function / kLanes, shown.m_First, shown.m_Last - 1));
     }
-    const LaneEffects& effects = page.m_Columns[column];
-    const int lane = function % kLanes;
-    return {(effects.m_Present >> lane & 1) != 0, (effects.m_Edges >> lane & 1) != 0,
-            (effects.m_High >> lane & 1) != 0};
+    return page.m_Columns;
 }
 
 }  // namespace vesk

@@ -14,8 +14,10 @@ constexpr int kRoomForBoth = 10;
 
 }  // namespace
 
-SegmentWave::SegmentWave(CDC* dc, const TimeScale& scale, int left, int right, int y, bool isHigh)
+SegmentWave::SegmentWave(CDC* dc, const TimeScale& scale, int left, int right, int y,
+                         std::uint32_t color, bool isHigh)
     : m_DC(dc),
+      m_Ink(dc, y, color),
       m_Scale(scale),
       m_Left(left),
       m_Right(right),
@@ -25,11 +27,8 @@ SegmentWave::SegmentWave(CDC* dc, const TimeScale& scale, int left, int right, i
       m_From(left) {}
 
 void SegmentWave::DrawLevel() {
-    if (m_From != m_X) {
-        const int level = m_IsHigh ? FunctionHigh(m_Y) : FunctionLow(m_Y);
-        m_DC->MoveTo(m_From, level);
-        m_DC->LineTo(m_X, level);
-    }
+    if (m_From != m_X && m_IsHigh) m_Ink.High(m_From, m_X);
+    if (m_From != m_X && !m_IsHigh) m_Ink.Low(m_From, m_X);
     m_From = m_X;
 }
 
@@ -50,14 +49,17 @@ void SegmentWave::SetHigh(bool isHigh) {
 }
 
 void SegmentWave::Other(std::uint64_t end) {
-    LevelTo(static_cast<int>(std::min<std::int64_t>(m_Scale.PixelAt(end), m_Right)));
+    OtherTo(static_cast<int>(std::min<std::int64_t>(m_Scale.PixelAt(end), m_Right)));
+}
+
+void SegmentWave::OtherTo(int x) {
+    LevelTo(std::min(x, m_Right));
 }
 
 bool SegmentWave::HighTo(int x, std::int64_t width) {
     const bool fits = width <= m_Right - x;
     m_X = m_From = fits ? x + static_cast<int>(width) : m_Right;
-    m_DC->MoveTo(x, FunctionHigh(m_Y));
-    m_DC->LineTo(m_X, FunctionHigh(m_Y));
+    m_Ink.High(x, m_X);
     return fits;
 }
 
@@ -72,10 +74,10 @@ bool SegmentWave::Own(const McuJob& segment, std::uint64_t end) {
     const bool ends = (segment.m_Flags & kEndedAtExit) != 0;
     LevelTo(x);
     DrawLevel();
-    if (begins && x > m_Left) DrawFunctionEdge(m_DC, x, m_Y);
+    if (begins && x > m_Left) m_Ink.Edge(x);
     const bool fits = HighTo(x, width);
     const bool hasEnd = fits && ends;
-    if (hasEnd) DrawFunctionEdge(m_DC, m_X, m_Y);
+    if (hasEnd) m_Ink.Edge(m_X);
     // One that ends has room for both marks or shows neither, whether or not its entry is in view.
     const int room = begins && hasEnd ? kRoomForBoth : kRoomForOne;
     if (width >= room) {
@@ -89,13 +91,14 @@ bool SegmentWave::Own(const McuJob& segment, std::uint64_t end) {
 
 void SegmentWave::Column(int x, bool hasEdges, bool isHigh) {
     m_X = x;
-    if (hasEdges) DrawFunctionEdge(m_DC, x, m_Y);
+    if (hasEdges) m_Ink.Edge(x);
     SetHigh(isHigh);
 }
 
 void SegmentWave::Finish() {
     LevelTo(m_Right);
     DrawLevel();
+    m_Ink.Finish();
 }
 
 }  // namespace vesk

@@ -3,6 +3,7 @@
 #include <cstdint>
 
 #include "log/McuJob.h"
+#include "timeline/LaneInk.h"
 #include "timeline/TimeScale.h"
 
 class CDC;
@@ -14,8 +15,10 @@ namespace vesk {
 // The level may be drawn later than it is told; Finish ends the lane. Borrows the context.
 class SegmentWave {
 public:
-    // The lane's base line is y. isHigh tells whether the function runs before the first segment.
-    SegmentWave(CDC*, const TimeScale&, int left, int right, int y, bool isHigh);
+    // The lane's base line is y, its colour that of pen and brush. isHigh tells whether the
+    // function runs before the first segment.
+    SegmentWave(CDC*, const TimeScale&, int left, int right, int y, std::uint32_t color,
+                bool isHigh);
 
     // A segment of the function, with its effective end. False, and nothing is drawn, if it lies
     // beyond what can be seen.
@@ -24,6 +27,8 @@ public:
     void OwnBefore(const McuJob& segment) { SetHigh(segment); }
     // A segment of another function, up to its effective end.
     void Other(std::uint64_t end);
+
+    void OtherTo(int x);  // the pixel of that
 
     // The lane may go on to a column on the canvas that is not left of where it has come to.
     bool CanGoOnTo(int x) const { return x >= m_X && x <= m_Right; }
@@ -44,6 +49,7 @@ private:
     bool HighTo(int x, std::int64_t width);
 
     CDC* m_DC;
+    LaneInk m_Ink;
     const TimeScale m_Scale;
     const int m_Left;
     const int m_Right;

@@ -1,268 +1,301 @@
 #include "timeline/SliceIndex.h"
 
 #include <algorithm>
-#include <utility>
+#include <tuple>
 
 #include "log/McuJobList.h"
+#include "platform/Prefetch.h"
 
 namespace vesk {
 
 namespace {
 
-constexpr int kJobsAtOnce = 4096;  // keeps the maps of a merge small
-// A view of so few needs no merge of the whole log.
-constexpr int kFewJobs = 4096;
-constexpr std::int64_t kFewCalls = 256;
-
-bool StartsBefore(const McuJob& a, const McuJob& b) {
-    return a.m_StartTime < b.m_StartTime;
-}
-
-constexpr int kNothing = -1;  // no slice of the job is known
-constexpr int kInMap = -2;    // the job's slices are in the map
+constexpr std::size_t kAhead = 8;         // columns
+constexpr std::size_t kManySlices = 6;    // more than a column needs
+constexpr int kFewJobs = 64;              // not worth a look at their names
+constexpr std::size_t kFewPieces = 4096;  // of a job, to be merged in a flat list
+constexpr int kNoJob = -2;                // the call does not begin in a job
 
 }  // namespace
 
-SliceIndex::SliceIndex(const McuJobList& list, const NameColumn& jobNames,
-                       std::vector<CallIndex*> lanes)
-    : m_List(list), m_JobNames(jobNames), m_Lanes(std::move(lanes)) {
-    m_IsOrdered = JobsFollowEachOther();
-    for (const CallIndex* lane : m_Lanes) {
-        const std::vector<McuJob>& calls = lane->Calls();
-        m_IsOrdered = m_IsOrdered && std::is_sorted(calls.begin(), calls.end(), StartsBefore);
-    }
-}
-
-// Jobs without a length may stand in between. Only the last one would take the log's end for its
-// own.
-bool SliceIndex::JobsFollowEachOther() const {
-    std::uint64_t end = 0;
-    for (const McuJob& job : m_List) {
-        if (job.m_StartTime < end) return false;
-        end = std::max(job.m_StartTime, job.m_EndTime);
-    }
-    return m_List.empty() || m_List.back().m_EndTime >= m_List.back().m_StartTime;
+// Only the last job would take the log's end for its own.
+SliceIndex::SliceIndex(const McuJobList& list, JobStripIndex& jobs, CallOrder& order)
+    : m_List(list), m_Jobs(jobs), m_Order(order) {
+    m_IsOrdered = m_Order.IsAscending() && jobs.FollowEachOther() &&
+                  (list.empty() || list.back().m_EndTime >= list.back().m_StartTime);
 }
 
 const McuJob& SliceIndex::JobAt(int index) const {
     return m_List[static_cast<std::size_t>(index)];
 }
 
-int SliceIndex::FirstJobFrom(int first, int last, std::uint64_t time) const {
+// The same as Search; doubling steps from a job that is near, then halving.
+int SliceIndex::LastBefore(std::uint64_t time, int near) const {
+    int low = near;  // the first that may not lie before
+    int high = near;
+    if (JobAt(near).m_StartTime < time) {
+        high = m_List.GetSize();
+        for (int step = 1; step < high - low; step *= 2) {
+            if (JobAt(low + step).m_StartTime >= time) {
+                high = low + step;
+                break;
+            }
+            low += step;
+        }
+    } else {
+        low = 0;
+        for (int step = 1; step <= high; step *= 2) {
+            if (JobAt(high - step).m_StartTime < time) {
+                low = high - step;
+                break;
+            }
+            high -= step;
+        }
+    }
     const auto found =
-        std::partition_point(m_List.begin() + first, m_List.begin() + last,
+        std::partition_point(m_List.begin() + low, m_List.begin() + high,
                              [&](const McuJob& job) { return job.m_StartTime < time; });
-    return static_cast<int>(found - m_List.begin());
+    return std::max(static_cast<int>(found - m_List.begin()) - 1, 0);
 }
 
+// Jobs of one start are merged together.
 int SliceIndex::GroupStart(int job) const {
     if (job >= m_List.GetSize()) return job;
     while (job > 0 && JobAt(job - 1).m_StartTime == JobAt(job).m_StartTime) --job;
     return job;
 }
 
-void SliceIndex::FindWithin(const CallView& view, int& first, int& last) const {
-    std::uint64_t begin = view.m_Begin;
-    std::uint64_t end = view.m_End;
-    for (std::size_t k = 0; k < m_Lanes.size(); ++k) {
-        const std::vector<McuJob>& calls = m_Lanes[k]->Calls();
-        const auto next = static_cast<std::size_t>(view.m_Last[k]);
-        begin = std::max(begin, m_Lanes[k]->LatestEnd(0, view.m_First[k]));
-        if (next < calls.size()) end = std::min(end, calls[next].m_StartTime);
-    }
-    first = FirstJobFrom(0, m_List.GetSize(), begin);
-    last = std::max(first, FirstJobFrom(0, m_List.GetSize(), end));
-    while (last > first && JobAt(last - 1).m_EndTime > end) --last;
-    last = std::max(first, GroupStart(last));
-}
-
-bool SliceIndex::IsSmall(const CallView& view, int jobs) const {
-    std::int64_t calls = 0;
-    for (std::size_t k = 0; k < m_Lanes.size(); ++k) calls += view.m_Last[k] - view.m_First[k];
-    return jobs <= kFewJobs && calls <= kFewCalls;
-}
-
-void SliceIndex::Show(const CallView& view) {
-    m_Left.clear();
-    m_Right.clear();
-    m_WithinFirst = m_WithinLast = 0;
-    if (m_List.empty()) return;
+const std::vector<Slice>& SliceIndex::Show(const CallView& view, SliceTexts& texts) {
+    if (m_IsShown && m_View == view) return m_Slices;
+    m_View = view;
+    m_IsShown = true;
+    m_Slices.clear();
+    if (m_List.empty() || (m_IsOrdered && m_Order.IsEmpty())) return m_Slices;
     if (!m_IsOrdered) {
-        MergeTangled(view, m_Left);
-        return;
+        MergeTangled();
+        return m_Slices;
     }
-    // Jobs that reach into the view, one that ends at its very begin included.
-    int seenFirst = FirstJobFrom(0, m_List.GetSize(), view.m_Begin);
-    while (seenFirst > 0 && JobAt(seenFirst - 1).m_EndTime >= view.m_Begin) --seenFirst;
-    seenFirst = GroupStart(seenFirst);
-    const int seenLast = view.m_End == UINT64_MAX
-                             ? m_List.GetSize()
-                             : FirstJobFrom(0, m_List.GetSize(), view.m_End + 1);
-    int first = 0;
-    int last = 0;
-    FindWithin(view, first, last);
-    if (first >= last || (!m_IsBuilt && IsSmall(view, seenLast - seenFirst))) {
-        MergeJobs(view, seenFirst, seenLast, m_Left);
-        return;
+    m_Jobs.Show(view.m_Scale, view.m_JobFirst, view.m_JobLast);
+    AddJobs(GroupStart(view.m_JobFirst), view.m_JobFirst + m_Jobs.Leading());
+    const std::vector<RecordColumn>& columns = m_Jobs.Columns();
+    for (std::size_t i = 0; i < columns.size(); ++i) {
+        AskFor(columns[std::min(i + kAhead, columns.size() - 1)]);
+        AddColumn(columns[i], texts);
     }
-    if (!m_IsBuilt) Build();
-    MergeJobs(view, seenFirst, first, m_Left);
-    MergeJobs(view, last, seenLast, m_Right);
-    const auto place = [&](int job) {
-        if (job >= m_List.GetSize()) return static_cast<int>(m_Starts.size());
-        return static_cast<int>(
-            std::lower_bound(m_Starts.begin(), m_Starts.end(), JobAt(job).m_StartTime) -
-            m_Starts.begin());
-    };
-    m_WithinFirst = place(first);
-    m_WithinLast = place(last);
+    int last = view.m_JobLast;
+    while (last < m_List.GetSize() && JobAt(last).m_StartTime <= view.m_End) ++last;
+    AddJobs(view.m_JobLast, last);
+    return m_Slices;
 }
 
-Slice SliceIndex::At(int index) const {
-    const auto i = static_cast<std::size_t>(index);
-    return {m_Starts[i], m_Ends[i], static_cast<int>(m_Functions[i] >> 3),
-            static_cast<std::uint8_t>(m_Functions[i] & 7)};
+// Asks for the memory of the jobs that AddColumn is going to look at.
+void SliceIndex::AskFor(const RecordColumn& column) const {
+    const int last = std::min(column.m_Last, m_List.GetSize() - 1);
+    for (int job = std::max(column.m_Last - m_Enough - 1, column.m_First); job <= last; ++job)
+        Prefetch(&JobAt(job).m_StartTime);
+    m_Order.AskFor(m_View.m_Scale.TimeAt(std::min(column.m_X, INT32_MAX - 1) + 1));
 }
 
-void SliceIndex::Build() {
-    m_IsBuilt = true;
-    const std::vector<std::int32_t> firsts(m_Lanes.size(), 0);
-    std::vector<std::int32_t> lasts;
-    for (const CallIndex* lane : m_Lanes)
-        lasts.push_back(static_cast<std::int32_t>(lane->Calls().size()));
-    const CallView all{firsts, lasts, 0, UINT64_MAX};
-    std::vector<Slice> slices;
-    const int jobs = m_List.GetSize();
-    for (int first = 0; first < jobs;) {
-        int last = jobs - first > kJobsAtOnce ? first + kJobsAtOnce : jobs;
-        while (last < jobs && JobAt(last - 1).m_StartTime == JobAt(last).m_StartTime) ++last;
-        slices.clear();
-        m_Whole.assign(static_cast<std::size_t>(last - first), kNothing);
-        MergeJobs(all, first, last, slices);
-        for (const Slice& slice : slices) {
-            m_Starts.push_back(slice.m_Start);
-            m_Ends.push_back(slice.m_End);
-            m_Functions.push_back(static_cast<std::uint32_t>(slice.m_Function) << 3 |
-                                  slice.m_Flags);
+void SliceIndex::AddJobs(int first, int last) {
+    MergeJobs(first, last, m_Slices);
+}
+
+// The last job may reach into further columns: all of it is taken. Columns are much alike, so that
+// as many jobs as sufficed for the last one are looked at first, and twice as many each time that
+// they do not suffice.
+void SliceIndex::AddColumn(const RecordColumn& column, SliceTexts& texts) {
+    if (!column.m_IsSimple) return AddJobs(column.m_First, column.m_Last);
+    m_Column.clear();
+    int last = column.m_Last;
+    for (int jobs = m_Enough; last > column.m_First;) {
+        const int first = GroupStart(std::max(column.m_First, last - jobs));
+        if (jobs > kFewJobs && MayRun(first, last)) {
+            jobs = kFewJobs;
+            continue;
         }
-        first = last;
+        if (jobs <= kFewJobs) {
+            m_Part.clear();
+            MergeJobs(first, last, m_Part);
+            m_Column.insert(m_Column.begin(), m_Part.begin(), m_Part.end());
+            if (IsEnough(column, texts)) {
+                const bool isTooMuch = m_Column.size() > kManySlices;
+                m_Enough = std::clamp((column.m_Last - first) / (isTooMuch ? 2 : 1), 1, kFewJobs);
+                break;
+            }
+        }
+        last = first;
+        jobs = std::min(jobs, INT32_MAX / 2) * 2;
     }
-    m_Whole.clear();
-    m_Starts.shrink_to_fit();
-    m_Ends.shrink_to_fit();
-    m_Functions.shrink_to_fit();
+    m_Slices.insert(m_Slices.end(), m_Column.begin(), m_Column.end());
 }
 
-void SliceIndex::MergeTangled(const CallView& view, std::vector<Slice>& slices) {
+// Of the column's slices the last one shows, and the last text.
+bool SliceIndex::IsEnough(const RecordColumn& column, SliceTexts& texts) const {
+    bool hasLast = false;
+    for (auto slice = m_Column.rbegin(); slice != m_Column.rend(); ++slice) {
+        const bool shows =
+            slice->m_Start <= m_View.m_End && m_View.m_Scale.PixelAt(slice->m_Start) == column.m_X;
+        if (!shows) continue;
+        if (hasLast ? texts.HasDots(*slice) : texts.HasOnlyDots(*slice)) return true;
+        hasLast = true;
+    }
+    return false;
+}
+
+// --- Merging -------------------------------------------------------------------------------------
+
+void SliceIndex::FindCalls(int first, int last) {
+    const std::uint64_t end = last < m_List.GetSize() ? JobAt(last).m_StartTime : UINT64_MAX;
+    m_Order.FindOpen(JobAt(first).m_StartTime, end, m_Open);
+    std::erase_if(m_Open, [this](const CallOrder::Open& open) {
+        const auto function = static_cast<std::size_t>(open.m_Call->Function());
+        return open.m_Call->m_Index < m_View.m_First[function] ||
+               open.m_Call->m_Index >= m_View.m_Last[function];
+    });
+}
+
+// Whether a task with an open call has one of the jobs.
+bool SliceIndex::MayRun(int first, int last) {
+    FindCalls(first, last);
+    if (m_Open.empty()) return false;
+    m_Names.assign(m_Jobs.Names().Words(), 0);
+    m_Jobs.Names().Collect(first, last, m_Names.data());
+    return std::any_of(m_Open.begin(), m_Open.end(), [&](const CallOrder::Open& open) {
+        const int job = FirstJobOf(open, first);
+        if (job == kNoJob) return false;
+        const auto name = static_cast<std::size_t>(m_Jobs.Names().At(job));
+        return (m_Names[name / 64] >> name % 64 & 1) != 0;
+    });
+}
+
+// The job in which a call begins, kNoJob for none.
+int SliceIndex::FirstJobOf(const CallOrder::Open& open, int near) const {
+    if (open.m_Note && *open.m_Note != CallOrder::kNoNote) return *open.m_Note;
+    const std::uint64_t start = open.m_Call->m_Start;
+    int job = LastBefore(start, near);
+    if (start < JobAt(job).m_StartTime || start >= JobAt(job).m_EndTime) job = kNoJob;
+    if (open.m_Note) *open.m_Note = job;
+    return job;
+}
+
+// Whether a job of the name, from one on, starts before the call's end.
+bool SliceIndex::RunsAgain(const TimedCall& call, int name, int job) const {
+    if (job >= m_List.GetSize() || JobAt(job).m_StartTime >= call.m_End) return false;
+    m_Names.assign(m_Jobs.Names().Words(), 0);
+    m_Jobs.Names().Collect(job, LastBefore(call.m_End, job) + 1, m_Names.data());
+    const auto bit = static_cast<std::size_t>(name);
+    return (m_Names[bit / 64] >> bit % 64 & 1) != 0;
+}
+
+// Adds those pieces of a call that lie in jobs [first, last).
+void SliceIndex::Cut(const CallOrder::Open& open, int first, int last) {
+    const TimedCall& call = *open.m_Call;
+    const int firstJob = FirstJobOf(open, m_Near);
+    if (firstJob == kNoJob) return;
+    if (!open.m_Note) m_Near = firstJob;
+    const int name = m_Jobs.Names().At(firstJob);
+    const std::size_t before = m_Pieces.size();
+    for (int j = std::max(firstJob, first); j < last; ++j) {
+        if (m_Jobs.Names().At(j) != name) continue;
+        const McuJob& job = JobAt(j);
+        if (job.m_StartTime >= call.m_End) break;
+        const std::uint64_t from = std::max(job.m_StartTime, call.m_Start);
+        const std::uint64_t to = std::max(std::min(job.m_EndTime, call.m_End), from);
+        const std::uint8_t flags = j == firstJob ? kBeganAtEntry : 0;
+        m_Pieces.push_back({{from, to, call.Function(), flags}, j, call.m_Index});
+    }
+    const bool ends = m_Pieces.size() > before && call.IsClosed() && !RunsAgain(call, name, last);
+    if (ends) m_Pieces.back().m_Slice.m_Flags |= kClosedLastCall;
+}
+
+// Adds the slices of jobs [first, last), which are whole groups of jobs with one start.
+void SliceIndex::MergeJobs(int first, int last, std::vector<Slice>& slices) {
+    if (first >= last) return;
+    FindCalls(first, last);
+    m_Pieces.clear();
+    m_Near = first;
+    for (const CallOrder::Open& open : m_Open) Cut(open, first, last);
+    const auto order = [this](const Piece& piece) {
+        return std::tuple(JobAt(piece.m_Job).m_StartTime, piece.m_Slice.m_Function, piece.m_Call,
+                          piece.m_Job);
+    };
+    if (m_Pieces.size() > 1)
+        std::sort(m_Pieces.begin(), m_Pieces.end(),
+                  [&](const Piece& a, const Piece& b) { return order(a) < order(b); });
+    for (std::size_t i = 0; i < m_Pieces.size();) {
+        const std::uint64_t start = JobAt(m_Pieces[i].m_Job).m_StartTime;
+        std::size_t end = i + 1;
+        while (end < m_Pieces.size() && JobAt(m_Pieces[end].m_Job).m_StartTime == start) ++end;
+        MergeGroup(i, end, slices);
+        i = end;
+    }
+}
+
+// Pieces [first, last), which lie in jobs of one start, in the order of merging.
+void SliceIndex::MergeGroup(std::size_t first, std::size_t last, std::vector<Slice>& slices) {
+    if (last - first == 1) {
+        slices.push_back(m_Pieces[first].m_Slice);
+    } else if (MayMergeFlat(first, last)) {
+        m_Group.clear();
+        for (std::size_t i = first; i < last; ++i) MergeSlice(m_Group, m_Pieces[i].m_Slice);
+        slices.insert(slices.end(), m_Group.begin(), m_Group.end());
+    } else {
+        MergeInMaps(first, last, slices);
+    }
+}
+
+bool SliceIndex::MayMergeFlat(std::size_t first, std::size_t last) const {
+    if (last - first > kFewPieces) return false;
+    for (std::size_t i = first; i < last; ++i) {
+        const Slice& slice = m_Pieces[i].m_Slice;
+        const bool isPlain = m_Pieces[i].m_Job == m_Pieces[first].m_Job &&
+                             slice.m_Start < slice.m_End && slice.m_Start <= m_View.m_End &&
+                             slice.m_End >= m_View.m_Scale.m_Offset;
+        if (!isPlain) return false;
+    }
+    return true;
+}
+
+void SliceIndex::MergeInMaps(std::size_t first, std::size_t last, std::vector<Slice>& slices) {
+    std::pmr::unsynchronized_pool_resource memory;
+    SliceMap merged(&memory);
+    SliceMap call(&memory);
+    for (std::size_t i = first; i < last; ++i) {
+        const Piece& piece = m_Pieces[i];
+        call[piece.m_Slice.m_Start] = piece.m_Slice;
+        const bool isLast = i + 1 == last || m_Pieces[i + 1].m_Call != piece.m_Call ||
+                            m_Pieces[i + 1].m_Slice.m_Function != piece.m_Slice.m_Function;
+        if (isLast) MergeCall(merged, call, {m_View.m_Scale.m_Offset, m_View.m_End, false});
+    }
+    for (const auto& [start, slice] : merged) slices.push_back(slice);
+}
+
+void SliceIndex::MergeTangled() {
     std::pmr::unsynchronized_pool_resource memory;
     SliceMap merged(&memory);
     SliceMap pieces(&memory);
     std::map<std::uint64_t, McuJob> cut;
-    for (std::size_t k = 0; k < m_Lanes.size(); ++k) {
-        for (int i = view.m_First[k]; i < view.m_Last[k]; ++i) {
-            const McuJob& call = m_Lanes[k]->Calls()[static_cast<std::size_t>(i)];
-            const std::uint64_t end = m_Lanes[k]->EndOf(i);
+    int function = 0;
+    for (const auto& [name, calls] : m_List.m_CustomJobsCS) {
+        const auto k = static_cast<std::size_t>(function);
+        for (int i = m_View.m_First[k]; i < m_View.m_Last[k]; ++i) {
+            const McuJob& call = calls[static_cast<std::size_t>(i)];
+            const std::uint64_t end = EffectiveEnd(calls, i, m_List.m_EndTime);
             int running = 0;
             m_List.Search(call.m_StartTime, running);
             const McuJob& job = JobAt(running);
             if (end <= call.m_StartTime || call.m_StartTime < job.m_StartTime ||
                 call.m_StartTime >= job.m_EndTime)
                 continue;
-            m_List.DurationTotalCustomJobCS(cut, job.m_Name, call.m_Name, call.m_StartTime, end,
+            m_List.DurationTotalCustomJobCS(cut, job.m_Name, name, call.m_StartTime, end,
                                             (call.m_Flags & kClosedLastCall) != 0);
             for (const auto& [start, piece] : cut)
-                pieces[start] = {start, piece.m_EndTime, static_cast<int>(k), piece.m_Flags};
-            MergeCall(merged, pieces, {view.m_Begin, view.m_End, true});
+                pieces[start] = {start, piece.m_EndTime, function, piece.m_Flags};
+            MergeCall(merged, pieces, {m_View.m_Scale.m_Offset, m_View.m_End, true});
         }
+        ++function;
     }
-    for (const auto& [start, slice] : merged) slices.push_back(slice);
-}
-
-void SliceIndex::MergeJobs(const CallView& view, int first, int last, std::vector<Slice>& slices) {
-    if (first >= last) return;
-    std::pmr::unsynchronized_pool_resource memory;
-    SliceMap merged(&memory);
-    SliceMap pieces(&memory);
-    const std::uint64_t begin = JobAt(first).m_StartTime;
-    const std::uint64_t end = last < m_List.GetSize() ? JobAt(last).m_StartTime : UINT64_MAX;
-    for (std::size_t k = 0; k < m_Lanes.size(); ++k) {
-        const CallIndex& lane = *m_Lanes[k];
-        const int calls = view.m_Last[k];
-        for (int i = lane.FirstEndingFrom(view.m_First[k], calls, begin + 1); i < calls;
-             i = lane.FirstEndingFrom(i + 1, calls, begin + 1)) {
-            if (lane.Calls()[static_cast<std::size_t>(i)].m_StartTime >= end) break;
-            Cut(k, i, first, last, merged, pieces);
-            MergeCall(merged, pieces, {view.m_Begin, view.m_End, false});
-        }
-    }
-    TakeOver(merged, first, slices);
-}
-
-void SliceIndex::TakeOver(const SliceMap& merged, int first, std::vector<Slice>& slices) {
-    auto at = merged.begin();
-    for (std::size_t i = 0; i < m_Whole.size(); ++i) {
-        if (m_Whole[i] < 0) continue;
-        const McuJob& job = JobAt(first + static_cast<int>(i));
-        for (; at != merged.end() && at->first < job.m_StartTime; ++at)
-            slices.push_back(at->second);
-        slices.push_back({job.m_StartTime, job.m_EndTime, m_Whole[i], 0});
-    }
-    for (; at != merged.end(); ++at) slices.push_back(at->second);
-}
-
-// True if the piece is all of its job, has no flags and needs no map.
-bool SliceIndex::KeepWhole(std::size_t lane, int index, const Slice& piece, int first,
-                           SliceMap& merged) {
-    if (m_Whole.empty()) return false;
-    int& whole = m_Whole[static_cast<std::size_t>(index - first)];
-    const McuJob& job = JobAt(index);
-    const bool isAlone =
-        (index == 0 || JobAt(index - 1).m_StartTime < job.m_StartTime) &&
-        (index + 1 == m_List.GetSize() || JobAt(index + 1).m_StartTime > job.m_StartTime);
-    const bool isWhole = isAlone && piece.m_Flags == 0 && piece.m_Start == job.m_StartTime &&
-                         piece.m_End == job.m_EndTime && piece.m_End > piece.m_Start;
-    if (isWhole && whole != kInMap) {
-        if (whole == kNothing) whole = static_cast<int>(lane);
-        return true;
-    }
-    if (whole >= 0)
-        merged.emplace(job.m_StartTime, Slice{job.m_StartTime, job.m_EndTime, whole, 0});
-    whole = kInMap;
-    return false;
-}
-
-// The same as Search, within jobs [first, last) where the time allows.
-int SliceIndex::LastBefore(std::uint64_t time, int first, int last) const {
-    int index = 0;
-    const bool isInside = time > JobAt(first).m_StartTime &&
-                          (last >= m_List.GetSize() || time <= JobAt(last).m_StartTime);
-    if (isInside) return FirstJobFrom(first, last, time) - 1;
-    m_List.Search(time, index);
-    return index;
-}
-
-// Those pieces of a call that lie in jobs [first, last).
-void SliceIndex::Cut(std::size_t lane, int at, int first, int last, SliceMap& merged,
-                     SliceMap& pieces) {
-    const McuJob& call = m_Lanes[lane]->Calls()[static_cast<std::size_t>(at)];
-    const std::uint64_t end = m_Lanes[lane]->EndOf(at);
-    if (end <= call.m_StartTime) return;
-    const int firstJob = LastBefore(call.m_StartTime, first, last);
-    const McuJob& running = JobAt(firstJob);
-    if (call.m_StartTime < running.m_StartTime || call.m_StartTime >= running.m_EndTime) return;
-    const int name = m_JobNames.At(firstJob);
-    int lastJob = LastBefore(end, first, last);
-    while (m_JobNames.At(lastJob) != name) --lastJob;
-    const bool isClosed = (call.m_Flags & kClosedLastCall) != 0;
-    for (int j = std::max(firstJob, first); j <= lastJob && j < last; ++j) {
-        if (m_JobNames.At(j) != name) continue;
-        const std::uint64_t from = std::max(JobAt(j).m_StartTime, call.m_StartTime);
-        const std::uint64_t to = std::max(std::min(JobAt(j).m_EndTime, end), from);
-        const int flags =
-            (j == firstJob ? kBeganAtEntry : 0) | (isClosed && j == lastJob ? kClosedLastCall : 0);
-        const Slice piece{from, to, static_cast<int>(lane), static_cast<std::uint8_t>(flags)};
-        if (!KeepWhole(lane, j, piece, first, merged)) pieces[from] = piece;
-    }
+    for (const auto& [start, slice] : merged) m_Slices.push_back(slice);
 }
 
 }  // namespace vesk

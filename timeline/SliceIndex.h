@@ -1,83 +1,101 @@
 #pragma once
 
 #include <cstdint>
-#include <memory_resource>
 #include <vector>
 
-#include "timeline/CallIndex.h"
-#include "timeline/NameColumn.h"
+#include "timeline/CallOrder.h"
+#include "timeline/JobStripIndex.h"
 #include "timeline/SliceMerge.h"
+#include "timeline/TimeScale.h"
 
 class McuJobList;
 
 namespace vesk {
 
-// The calls that a view looks at, [first, last) of each function in map order, and its span of
-// time, both ends included.
+// What a view looks at: jobs [first, last), the calls of each function in map order, and the span
+// of time from the scale's offset to the end, included.
 struct CallView {
-    const std::vector<std::int32_t>& m_First;
-    const std::vector<std::int32_t>& m_Last;
-    std::uint64_t m_Begin;
-    std::uint64_t m_End;
+    TimeScale m_Scale;
+    std::uint64_t m_End = 0;
+    int m_JobFirst = 0;
+    int m_JobLast = 0;
+    std::vector<std::int32_t> m_First;
+    std::vector<std::int32_t> m_Last;
+    friend bool operator==(const CallView&, const CallView&) = default;
+};
+
+// What the texts of slices leave where they have no room.
+class SliceTexts {
+public:
+    virtual ~SliceTexts() = default;
+    // Of a slice without a pixel of its own, anything at all.
+    virtual bool HasDots(const Slice&) = 0;
+    // No more than that.
+    virtual bool HasOnlyDots(const Slice&) = 0;
 };
 
 // The calls of all functions, cut into slices and merged, as a view shows them.
 //
 // Jobs follow each other, and a slice lies within one job, so what is merged within one job has
-// nothing to do with the others. A job that lies within the view, and all of whose calls the view
-// looks at, is merged alike in every such view: that is done once for the whole log, on first use,
-// and kept in 20 bytes a slice, which holds start, end, function and flags and nothing of the calls
-// they came from. Only the jobs at the view's edges are merged for each view. Where jobs overlap,
-// which no reader leaves, every view is merged by itself.
+// nothing to do with the others. So only the jobs that show are merged: of those that share a
+// pixel column the last ones, until what shows is found. Where jobs overlap, which no reader
+// leaves, all that the view looks at is merged.
 class SliceIndex {
 public:
-    // All are borrowed; the lanes are those of all functions in map order.
-    SliceIndex(const McuJobList&, const NameColumn& jobNames, std::vector<CallIndex*> lanes);
+    // Borrows all.
+    SliceIndex(const McuJobList&, JobStripIndex& jobs, CallOrder&);
 
-    void Show(const CallView&);
+    // Whether no slice reaches beyond the start of the next.
+    bool FollowEachOther() const { return m_IsOrdered; }
 
-    // What the view shows, in three parts that follow each other in time.
-    const std::vector<Slice>& Left() const { return m_Left; }
-    const std::vector<Slice>& Right() const { return m_Right; }
-    int WithinFirst() const { return m_WithinFirst; }
-    int WithinLast() const { return m_WithinLast; }
-    Slice At(int index) const;
-    std::uint64_t StartOf(int index) const { return m_Starts[static_cast<std::size_t>(index)]; }
+    // The slices of a view by start. Left out are slices without a length in pixels whose dots are
+    // covered by those of a later one in their column.
+    const std::vector<Slice>& Show(const CallView&, SliceTexts&);
 
 private:
-    bool JobsFollowEachOther() const;
-    const McuJob& JobAt(int index) const;
-    int FirstJobFrom(int first, int last, std::uint64_t time) const;
-    int GroupStart(int job) const;
-    // Jobs [first, last) that lie within the view and all of whose calls it looks at.
-    void FindWithin(const CallView&, int& first, int& last) const;
-    bool IsSmall(const CallView&, int jobs) const;
+    // A slice before it is merged.
+    struct Piece {
+        Slice m_Slice;
+        int m_Job;
+        std::int32_t m_Call;  // among the function's
+    };
 
-    void Build();
-    void MergeTangled(const CallView&, std::vector<Slice>& slices);
-    // The slices of jobs [first, last), which are whole groups of jobs with one start.
-    void MergeJobs(const CallView&, int first, int last, std::vector<Slice>& slices);
-    void Cut(std::size_t lane, int call, int first, int last, SliceMap& merged, SliceMap& pieces);
-    bool KeepWhole(std::size_t lane, int job, const Slice& piece, int first, SliceMap& merged);
-    void TakeOver(const SliceMap& merged, int first, std::vector<Slice>& slices);
-    int LastBefore(std::uint64_t time, int first, int last) const;
+    const McuJob& JobAt(int index) const;
+    int LastBefore(std::uint64_t time, int near) const;
+    int GroupStart(int job) const;
+
+    void MergeTangled();
+    void AddJobs(int first, int last);
+    void AskFor(const RecordColumn&) const;
+    void AddColumn(const RecordColumn&, SliceTexts&);
+    bool IsEnough(const RecordColumn&, SliceTexts&) const;
+
+    void MergeJobs(int first, int last, std::vector<Slice>& slices);
+    bool MayRun(int first, int last);
+    void FindCalls(int first, int last);
+    int FirstJobOf(const CallOrder::Open&, int near) const;
+    bool RunsAgain(const TimedCall&, int name, int job) const;
+    void Cut(const CallOrder::Open&, int first, int last);
+    void MergeGroup(std::size_t first, std::size_t last, std::vector<Slice>& slices);
+    bool MayMergeFlat(std::size_t first, std::size_t last) const;
+    void MergeInMaps(std::size_t first, std::size_t last, std::vector<Slice>& slices);
 
     const McuJobList& m_List;
-    const NameColumn& m_JobNames;
-    const std::vector<CallIndex*> m_Lanes;
+    JobStripIndex& m_Jobs;
+    CallOrder& m_Order;
     bool m_IsOrdered;
-    bool m_IsBuilt = false;
-    std::vector<std::uint64_t> m_Starts;
-    std::vector<std::uint64_t> m_Ends;
-    std::vector<std::uint32_t> m_Functions;  // times 8, with the flags
-    std::vector<Slice> m_Left;
-    std::vector<Slice> m_Right;
-    int m_WithinFirst = 0;
-    int m_WithinLast = 0;
-    // While all of the log is merged, per job at hand: the function whose slice is all of the job
-    // and has no flags. Calls that last for many jobs mostly have such slices, and of equal ones
-    // the first stays; that needs no map.
-    std::vector<int> m_Whole;
+    CallView m_View;
+    bool m_IsShown = false;
+    std::vector<Slice> m_Slices;
+    int m_Enough = 1;  // jobs at a column's end that gave enough slices the last time
+    // Reused from job to job.
+    std::vector<CallOrder::Open> m_Open;
+    std::vector<Piece> m_Pieces;
+    int m_Near = 0;  // the job in which the last short call begins: they come in order
+    std::vector<Slice> m_Group;
+    std::vector<Slice> m_Column;
+    std::vector<Slice> m_Part;
+    mutable std::vector<std::uint64_t> m_Names;
 };
 
 }  // namespace vesk

@@ -1,5 +1,6 @@
 #include "timeline/SliceMerge.h"
 
+#include <algorithm>
 #include <iterator>
 
 #include "log/McuJob.h"
@@ -111,10 +112,53 @@ private:
     bool m_HasLeft = false;
 };
 
+// The old slice holds the new one.
+void CutInTwo(std::vector<Slice>& merged, std::vector<Slice>::iterator old, const Slice& slice) {
+    Slice right = *old;
+    right.m_Start = slice.m_End;
+    right.m_Flags &= kClosedLastCall;
+    old->m_End = slice.m_Start;
+    old->m_Flags &= kBeganAtEntry;
+    merged.insert(old + 1, {slice, right});
+}
+
 }  // namespace
 
 void MergeCall(SliceMap& merged, SliceMap& call, const SliceWindow& window) {
     CallMerge(merged, call, window).Run();
+}
+
+void MergeSlice(std::vector<Slice>& merged, Slice slice) {
+    auto at = std::partition_point(merged.begin(), merged.end(),
+                                   [&](const Slice& old) { return old.m_End <= slice.m_Start; });
+    for (; at != merged.end() && at->m_Start < slice.m_End; ++at) {
+        if (at->m_Start < slice.m_Start) {
+            if (at->m_End > slice.m_End) {
+                CutInTwo(merged, at, slice);
+                return;
+            }
+            at->m_End = slice.m_Start;
+        } else if (at->m_End > slice.m_End) {
+            at->m_Start = slice.m_End;
+            break;
+        } else if (at->m_Start == slice.m_Start && at->m_End == slice.m_End) {
+            if (at->m_Flags == 0 && slice.m_Flags != 0) *at = slice;
+            return;
+        } else if (at->m_Start == slice.m_Start) {
+            slice.m_Start = at->m_End;
+        } else if (at->m_End == slice.m_End) {
+            slice.m_End = at->m_Start;
+            break;
+        } else {
+            Slice left = slice;
+            left.m_End = at->m_Start;
+            left.m_Flags &= kBeganAtEntry;
+            slice.m_Start = at->m_End;
+            slice.m_Flags &= kClosedLastCall;
+            at = merged.insert(at, left) + 1;
+        }
+    }
+    merged.insert(at, slice);
 }
 
 }  // namespace vesk

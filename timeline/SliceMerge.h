@@ -3,6 +3,7 @@
 #include <cstdint>
 #include <map>
 #include <memory_resource>
+#include <vector>
 
 namespace vesk {
 
@@ -33,5 +34,9 @@ struct SliceWindow {
 // that overlap in part the new one keeps what they share. Both pieces of a slice that is cut in two
 // keep the flag of their own end only. The call's slices are used up.
 void MergeCall(SliceMap& merged, SliceMap& call, const SliceWindow&);
+
+// The same for a call with a single slice, within the window, where all slices have a length;
+// merged ones ascend and do not overlap. For few slices, which are faster moved than looked up.
+void MergeSlice(std::vector<Slice>& merged, Slice slice);
 
 }  // namespace vesk

@@ -9,11 +9,14 @@ namespace vesk {
 // cannot be seen need not be drawn. A stroke up leaves another pixel out at its ends than one
 // down, so a row counts as two halves: down from row a to b covers both halves of a to b - 1, up
 // from b to a the second half of a to the first half of b. That holds at every scale from 1 up.
+//
+// Made for strokes that meet, as those of a curve do: what they cover is few stretches.
 class StrokeCover {
 public:
     // Rows outside [top, bottom) count as covered: nothing is painted there.
     StrokeCover(int top, int bottom);
-    void Clear();
+    void Clear() { m_Solid.clear(); }
+    bool IsEmpty() const { return m_Solid.empty(); }
 
     struct Rows {
         int m_Top;
@@ -25,18 +28,24 @@ public:
     // What the last stroke added, in rows: exact where a row is a whole number of device pixels.
     const std::vector<Rows>& Fresh() const { return m_Fresh; }
     // Whether any stroke between two rows is covered.
-    bool Holds(std::int64_t top, std::int64_t bottom) const;
+    bool Holds(std::int64_t top, std::int64_t bottom) const {
+        return top == bottom || HoldsHalves(2 * top, 2 * bottom + 1);
+    }
 
 private:
-    void NoteFresh(std::size_t word, std::uint64_t halves);
+    // Half rows, the last one exclusive.
+    struct Stretch {
+        std::int64_t m_First;
+        std::int64_t m_Last;
+    };
+
     bool HoldsHalves(std::int64_t first, std::int64_t last) const;
+    void NoteFresh(std::int64_t first, std::int64_t last);
 
     std::int64_t m_First;  // half rows
     std::int64_t m_Last;
-    std::vector<std::uint64_t> m_Covered;
+    std::vector<Stretch> m_Solid;  // from the top down, with gaps between them
     std::vector<Rows> m_Fresh;
-    std::int64_t m_SolidFirst = 0;  // a stretch of halves that are all covered
-    std::int64_t m_SolidLast = 0;
 };
 
 }  // namespace vesk

@@ -1,20 +1,25 @@
 #pragma once
 
 #include <algorithm>
+#include <array>
 #include <cstdint>
 #include <vector>
 
+#include "platform/Prefetch.h"
 #include "timeline/ColumnRuns.h"
 #include "timeline/TimeScale.h"
 
 namespace vesk {
 
-// The start of every 64th record of a sequence that ascends in start: a search looks at few, near
-// numbers instead of at records far apart.
+// The start of every 16th record of a sequence that ascends in start: a search looks at few, near
+// numbers, and guesses the record from them. Half a byte a record.
+//
+// In all searches start(i) gives a reference to the start of record i.
 class TimeBlocks {
 public:
-    static constexpr int kBlock = 64;
+    static constexpr int kBlock = 16;
 
+    void Reserve(std::size_t records) { m_Starts.reserve((records + kBlock - 1) / kBlock); }
     // Takes the start of the next record.
     void Add(std::uint64_t start) {
         if (m_Count++ % kBlock == 0) m_Starts.push_back(start);
@@ -22,29 +27,119 @@ public:
     int Count() const { return m_Count; }
 
     // The first of records [first, last) that starts at or after time; last if none does.
-    // start(i) is the start of record i.
     template <class Start>
     int FirstFrom(int first, int last, std::uint64_t time, Start start) const {
         if (first >= last) return last;
-        const int block = FirstBlockFrom(first / kBlock + 1, (last - 1) / kBlock + 1, time);
-        int low = std::max(first, (block - 1) * kBlock);
-        int high = block <= (last - 1) / kBlock ? block * kBlock : last;
-        while (low < high) {
-            const int middle = low + (high - low) / 2;
-            if (start(middle) < time) {
-                low = middle + 1;
-            } else {
-                high = middle;
-            }
-        }
-        return low;
+        return FindRecord(GuessRecord(first, last, time, first / kBlock), time, start);
     }
 
-    // The same as FindColumnRuns.
+    // Groups records [first, last) by pixel column, as FindColumnRuns does.
     template <class Start>
     void FindRuns(const TimeScale& scale, int first, int last, Start start,
                   std::vector<ColumnRun>& runs) const {
         runs.clear();
+        if (first >= last) return;
+        const std::int64_t x = scale.PixelAt(start(first));
+        const std::int64_t end = scale.PixelAt(start(last - 1));
+        const bool isDense = x >= 0 && end < INT32_MAX && (end - x + 1) * kBlock <= last - first;
+        if (isDense) {
+            FindDense(scale, first, last, {static_cast<int>(x), static_cast<int>(end)}, start,
+                      runs);
+        } else {
+            FindSparse(scale, first, last, start, runs);
+        }
+    }
+
+private:
+    static constexpr int kAhead = 32;  // columns that are looked for at once
+
+    struct Columns {
+        int m_First;
+        int m_Last;  // inclusive
+    };
+
+    // The record looked for is one of [m_Low, m_High], most likely m_Near.
+    struct Guess {
+        int m_Low;
+        int m_High;
+        int m_Near;
+    };
+
+    std::uint64_t StartOf(int block) const { return m_Starts[static_cast<std::size_t>(block)]; }
+
+    // The first of [low, high) that is not before; high if all are. Doubling steps from a guess,
+    // then halving.
+    template <class IsBefore>
+    static int Find(Guess guess, IsBefore isBefore) {
+        auto [low, high, near] = guess;
+        if (low >= high) return high;
+        near = std::clamp(near, low, high - 1);
+        int step = 1;
+        if (isBefore(near)) {
+            low = near + 1;
+            for (; step <= high - low && isBefore(low + step - 1); step *= 2) low += step;
+            high = step <= high - low ? low + step - 1 : high;
+        } else {
+            high = near;
+            for (; step <= high - low && !isBefore(high - step); step *= 2) high -= step;
+            low = step <= high - low ? high - step + 1 : low;
+        }
+        while (low < high) {
+            const int middle = low + (high - low) / 2;
+            (isBefore(middle) ? low : high) = isBefore(middle) ? middle + 1 : middle;
+        }
+        return low;
+    }
+
+    // Records are taken to follow each other evenly within a block.
+    Guess GuessRecord(int first, int last, std::uint64_t time, int nearBlock) const {
+        const int lastBlock = (last - 1) / kBlock;
+        const int block = Find({first / kBlock + 1, lastBlock + 1, nearBlock},
+                               [&](int i) { return StartOf(i) < time; });
+        const int before = (block - 1) * kBlock;
+        const int low = std::max(first, before);
+        if (block > lastBlock) return {low, last, low};
+        const std::uint64_t from = StartOf(block - 1);
+        const auto span = static_cast<double>(std::max<std::uint64_t>(StartOf(block) - from, 1));
+        const auto part = static_cast<double>(time > from ? time - from : 0);
+        return {low, block * kBlock, before + static_cast<int>(part * kBlock / span)};
+    }
+
+    template <class Start>
+    static int FindRecord(const Guess& guess, std::uint64_t time, Start start) {
+        return Find(guess, [&](int i) { return start(i) < time; });
+    }
+
+    // Many records a column: several ends are guessed and asked for before the first is looked at.
+    template <class Start>
+    void FindDense(const TimeScale& scale, int first, int last, const Columns& columns, Start start,
+                   std::vector<ColumnRun>& runs) const {
+        std::array<std::uint64_t, kAhead> times;
+        std::array<Guess, kAhead> guesses;
+        const int pace = (last - first) / (columns.m_Last - columns.m_First + 1) / kBlock;
+        int block = first / kBlock;
+        for (int x = columns.m_First; x <= columns.m_Last; x += kAhead) {
+            const int count = std::min(kAhead, columns.m_Last - x + 1);
+            for (int i = 0; i < count; ++i) {
+                const auto at = static_cast<std::size_t>(i);
+                times[at] = scale.FirstTimeAt(std::int64_t{x} + i + 1);
+                guesses[at] = GuessRecord(first, last, times[at], block + pace);
+                block = guesses[at].m_Low / kBlock;
+                Prefetch(&start(std::min(guesses[at].m_Near, last - 1)));
+                Prefetch(&start(std::clamp(guesses[at].m_Near - 1, first, last - 1)));
+            }
+            for (int i = 0; i < count; ++i) {
+                const auto at = static_cast<std::size_t>(i);
+                const int end = FindRecord(guesses[at], times[at], start);
+                if (end > first) runs.push_back({x + i, first, end});
+                first = std::max(first, end);
+            }
+        }
+    }
+
+    template <class Start>
+    void FindSparse(const TimeScale& scale, int first, int last, Start start,
+                    std::vector<ColumnRun>& runs) const {
         while (first < last) {
             const std::int64_t x = scale.PixelAt(start(first));
             if (x < 0 || x > INT32_MAX) return;
@@ -55,21 +150,6 @@ public:
             first = end;
         }
     }
-
-private:
-    // Doubling steps, then halving: near ends are found at once.
-    int FirstBlockFrom(int first, int last, std::uint64_t time) const {
-        int step = 1;
-        while (first + step <= last && StartOf(first + step - 1) < time) {
-            first += step;
-            step *= 2;
-        }
-        const int most = std::min(last, first + step);
-        const auto begin = m_Starts.begin();
-        return static_cast<int>(
-            std::lower_bound(begin + std::min(first, most), begin + most, time) - begin);
-    }
-    std::uint64_t StartOf(int block) const { return m_Starts[static_cast<std::size_t>(block)]; }
 
     std::vector<std::uint64_t> m_Starts;
     int m_Count = 0;

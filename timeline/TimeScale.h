@@ -26,6 +26,8 @@ struct TimeScale {
     // edge. So a record is left of column x exactly if it starts before that time. The greatest
     // time if there is none.
     std::uint64_t FirstTimeAt(std::int64_t x) const;
+
+    friend bool operator==(const TimeScale&, const TimeScale&) = default;
 };
 
 }  // namespace vesk

@@ -4,10 +4,11 @@
 #include "timeline/AxisIndex.h"
 #include "timeline/CurveIndex.h"
 #include "timeline/CustomIndex.h"
+#include "timeline/EventLane.h"
 #include "timeline/FrameIndex.h"
+#include "timeline/JobLanes.h"
 #include "timeline/JobStripIndex.h"
 #include "timeline/RecordHits.h"
-#include "timeline/RecordOrder.h"
 
 namespace vesk {
 
@@ -33,15 +34,17 @@ JobStripIndex& TimelineIndex::Marks() {
     return Built(m_Marks, m_List.m_SourceMarks);
 }
 
-RecordOrder* TimelineIndex::Events(const std::string& name) {
+JobLanes& TimelineIndex::Lanes() {
+    if (!m_Lanes) m_Lanes = std::make_unique<JobLanes>(Jobs(), m_List.m_EndTime);
+    return *m_Lanes;
+}
+
+EventLane* TimelineIndex::Events(const std::string& name) {
     const auto events = m_List.m_HWJobs.find(name);
     if (events == m_List.m_HWJobs.end()) return nullptr;
-    auto& order = m_Events[name];
-    if (!order) {
-        order = std::make_unique<RecordOrder>(events->second);
-        order->AddAll();
-    }
-    return order.get();
+    auto& lane = m_Events[name];
+    if (!lane) lane = std::make_unique<EventLane>(events->second, m_List.m_EndTime);
+    return lane.get();
 }
 
 CurveIndex& TimelineIndex::Curves() {

@@ -38,14 +38,17 @@ WaveLane::WaveLane(CDC* dc, const TimeScale& scale, int left, int right, int y, 
 bool WaveLane::High(std::uint64_t start, std::uint64_t end) {
     const std::int64_t pixel = m_Scale.PixelAt(start);
     if (!IsCoordinate(pixel)) return false;
-    const int x = static_cast<int>(pixel);
+    HighAt(static_cast<int>(pixel), end > start ? m_Scale.Length(end - start) : 0);
+    return true;
+}
+
+void WaveLane::HighAt(int x, std::int64_t width) {
     const std::int64_t rest = std::int64_t{m_Right} - x;
-    std::int64_t width = end > start ? m_Scale.Length(end - start) : 0;
     if (width > INT32_MAX) width = rest;
     LowTo(x);
     if (width == 0 && rest >= 0 && x > m_Left) {
         Edges(x);
-        return true;
+        return;
     }
     if (x > m_Left) Line(x, m_LowY, x, m_HighY);
     const int to = ToCoordinate(x + std::min(width, rest));
@@ -53,7 +56,6 @@ bool WaveLane::High(std::uint64_t start, std::uint64_t end) {
     if (width <= rest) Line(to, m_HighY, to, m_LowY);
     DrawLow();
     m_X = m_LowFrom = to;
-    return true;
 }
 
 void WaveLane::Low(std::uint64_t end) {
@@ -74,9 +76,7 @@ void WaveLane::TickAt(int x) {
 }
 
 // A record without a pixel of its own is an edge up and one down; at the left edge only down.
-void WaveLane::Column(int x, bool edges) {
-    LowTo(x);
-    if (!edges) return;
+void WaveLane::ColumnEdges(int x) {
     if (x > m_Left) {
         Edges(x);
     } else {
@@ -93,13 +93,10 @@ void WaveLane::Finish() {
 // --- Lines held back -----------------------------------------------------------------------------
 
 // Overlapping records can lead backwards, and such a line covers other pixels than one forwards.
-void WaveLane::LowTo(int x) {
-    if (x < m_X) {
-        DrawLow();
-        Line(m_X, m_LowY, x, m_LowY);
-        m_LowFrom = x;
-    }
-    m_X = x;
+void WaveLane::LowBackTo(int x) {
+    DrawLow();
+    Line(m_X, m_LowY, x, m_LowY);
+    m_LowFrom = x;
 }
 
 void WaveLane::DrawLow() {

@@ -25,17 +25,27 @@ public:
     // A record of the lane, from its visible start to its effective end. False, and nothing is
     // drawn, if its start lies beyond 31 bits of pixels: nothing more can be seen.
     bool High(std::uint64_t start, std::uint64_t end);
+    void HighAt(int x, std::int64_t width);  // pixels
     // Some other record, up to its end.
     void Low(std::uint64_t end);
     // A moment of the lane, an edge up without a length.
     bool Tick(std::uint64_t time);
     void TickAt(int x);
     // Records of a simple column, the last one left out; edges tells whether one is of the lane.
-    void Column(int x, bool edges);
+    void Column(int x, bool edges) {
+        LowTo(x);
+        if (edges) ColumnEdges(x);
+    }
+    // Low, up to a pixel.
+    void LowTo(int x) {
+        if (x < m_X) LowBackTo(x);
+        m_X = x;
+    }
     void Finish();
 
 private:
-    void LowTo(int x);
+    void LowBackTo(int x);
+    void ColumnEdges(int x);
     void DrawLow();
     void Edges(int x);
     void DrawEdges();

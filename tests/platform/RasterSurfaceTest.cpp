@@ -358,6 +358,24 @@ TEST(RasterSurface, CopiesWithinItselfInEveryDirection) {
     }
 }
 
+// Cells a column of three, then the next one: ink, nothing, area.
+TEST(RasterSurface, FillsCellsColumnByColumn) {
+    const std::uint8_t cells[] = {1, 0, 2, 2, 2, 0, 1, 1, 1};
+    const COLORREF palette[] = {kInk, kArea};
+    for (const double scale : {1.0, 2.0}) {
+        RasterSurface whole = Blank(5, 4, scale);
+        whole.FillCells({1, 1, 4, 4}, cells, palette);
+        RasterSurface plain = Blank(5, 4, scale);
+        plain.Surface::FillCells({1, 1, 4, 4}, cells, palette);
+        EXPECT_EQ(Show(whole), Show(plain)) << scale;
+    }
+    RasterSurface surface = Blank(5, 4);
+    surface.SetClip({0, 0, 3, 9});
+    surface.FillCells({-1, 0, 2, 3}, cells, palette);
+    surface.FillCells({1, 1, 4, 4}, cells, palette);
+    EXPECT_THAT(Show(surface), ElementsAre("+#...", "+#+..", ".#+..", ".+..."));
+}
+
 TEST(RasterSurface, CopiesOnlyWhatBothSurfacesAndTheClipHold) {
     RasterSurface source = Blank(3, 3);
     source.FillRect({0, 0, 3, 3}, kInk);

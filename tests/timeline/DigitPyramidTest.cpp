@@ -2,6 +2,7 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <vector>
 
 #include "tests/support/Dice.h"
@@ -25,7 +26,9 @@ TEST(DigitPyramid, FindsWhatAWalkFinds) {
             d = dice.OnceIn(60)   ? static_cast<std::uint8_t>(dice.Between(1, 5))
                 : dice.Chance(50) ? DigitPyramid::kNoNumber
                                   : 6;
-        DigitPyramid pyramid(size, [&](int i) { return digits[static_cast<std::size_t>(i)]; });
+        DigitPyramid pyramid(size, [&](int first, int last, std::uint8_t* out) {
+            std::copy(digits.begin() + first, digits.begin() + last, out);
+        });
         for (int i = 0; i < 300; ++i) {
             const int first = dice.Between(0, size);
             const int last = dice.Between(first, size);
@@ -41,7 +44,10 @@ TEST(DigitPyramid, FindsWhatAWalkFinds) {
 TEST(DigitPyramid, ReadsEachNumberOnceForAnyNumberOfSearches) {
     constexpr int kSize = 65536;
     int reads = 0;
-    DigitPyramid pyramid(kSize, [&](int) { return ++reads, std::uint8_t{7}; });
+    DigitPyramid pyramid(kSize, [&](int first, int last, std::uint8_t* out) {
+        std::fill_n(out, last - first, std::uint8_t{7});
+        reads += last - first;
+    });
     for (int i = 0; i < 50; ++i) EXPECT_EQ(pyramid.FirstAtMost(0, kSize, 6), kSize);
     EXPECT_EQ(reads, kSize);
 }

@@ -1,6 +1,7 @@
 // The strip of all jobs with their names, and the source marks above it.
 #include "tests/timeline/PictureTest.h"
 #include "tests/timeline/PlainJobs.h"
+#include "timeline/MeasuredText.h"
 #include "timeline/NameColumn.h"
 #include "timeline/TextFit.h"
 
@@ -92,6 +93,11 @@ TEST(BlockText, IsShortenedToAWidth) {
         {"A", 6, "..."},       {"ABCDEFGH", 55, "ABCD..."}};
     for (const auto& [text, width, fitted] : cases)
         EXPECT_EQ(vesk::FitText(dc, text, width), fitted) << text << " in " << width;
+    for (const char* text : {"", "A", "ABCDEFGH"}) {
+        vesk::MeasuredText measured(dc, text);
+        for (int width = -1; width < 60; ++width)
+            EXPECT_EQ(measured.Fit(width), vesk::FitText(dc, text, width)) << width;
+    }
 }
 
 TEST_F(JobStripTest, MarksPointDownAndThoseBeforeTheEdgeAreLeftOut) {
@@ -135,11 +141,13 @@ TEST(NameColumn, KnowsTheNamesOfEveryStretch) {
         const int count = names > 1000 ? 70000 : 9000;
         vesk::NameColumn column;
         std::vector<std::string> texts;
+        std::vector<McuJob> records;
         for (int i = 0; i < count; ++i) {
             const auto number = names > 1000 ? static_cast<std::uint32_t>(i) : dice.Below(names);
             texts.push_back("function name of some length " + std::to_string(number));
-            column.Add(texts.back());
+            records.emplace_back(texts.back(), 0, 0);
         }
+        column.Add(records);
         column.Finish();
         for (int query = 0; query < 50; ++query) {
             const int first = dice.Between(0, count);

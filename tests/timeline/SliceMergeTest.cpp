@@ -158,3 +158,23 @@ TEST(SliceMerge, IsTheSameAsComparingEachWithEach) {
     for (std::uint64_t seed = 1; seed <= 300 && !testing::Test::HasFailure(); ++seed)
         ExpectAsEachWithEach(seed, seed % 2 == 0);
 }
+
+// Small numbers, so that slices often touch or are equal.
+TEST(SliceMerge, SlicesWithALengthLeaveTheSameInAFlatList) {
+    for (std::uint64_t seed = 1; seed <= 5000; ++seed) {
+        vesk::Dice dice(seed);
+        SliceMap merged;
+        std::vector<Slice> flat;
+        for (int call = 0; call < 8; ++call) {
+            const std::uint64_t from = dice.Chance(30) ? 0 : dice.Below(20);
+            const std::uint64_t to = dice.Chance(30) ? 21 : from + 1 + dice.Below(12);
+            const Slice slice{from, to, call, static_cast<std::uint8_t>(dice.Of({0, 0, 1, 4, 5}))};
+            SliceMap one = Slices({slice});
+            MergeCall(merged, one, {});
+            vesk::MergeSlice(flat, slice);
+        }
+        std::vector<Slice> expected;
+        for (const auto& [start, slice] : merged) expected.push_back(slice);
+        ASSERT_EQ(flat, expected) << "seed " << seed;
+    }
+}

@@ -8,6 +8,7 @@
 
 #include "tests/support/Dice.h"
 #include "timeline/ColumnRuns.h"
+#include "timeline/TimeBlocks.h"
 
 namespace vesk {
 namespace {
@@ -98,12 +99,14 @@ TEST(ColumnRuns, GroupRecordsByTheirPixel) {
         FindColumnRuns(
             scale, first, last, [&](int i) { return starts[static_cast<std::size_t>(i)]; }, runs);
         const std::vector<ColumnRun> expected = PlainRuns(scale, first, last, starts);
-        ASSERT_EQ(runs.size(), expected.size());
-        for (std::size_t i = 0; i < runs.size(); ++i) {
-            ASSERT_EQ(runs[i].m_X, expected[i].m_X);
-            ASSERT_EQ(runs[i].m_First, expected[i].m_First);
-            ASSERT_EQ(runs[i].m_Last, expected[i].m_Last);
-        }
+        ASSERT_EQ(runs, expected);
+        TimeBlocks blocks;
+        for (const std::uint64_t start : starts) blocks.Add(start);
+        blocks.FindRuns(
+            scale, first, last,
+            [&](int i) -> const std::uint64_t& { return starts[static_cast<std::size_t>(i)]; },
+            runs);
+        ASSERT_EQ(runs, expected);
     }
 }
 

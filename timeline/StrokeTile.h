@@ -1,0 +1,42 @@
+#pragma once
+
+#include <cstdint>
+#include <vector>
+
+#include "platform/Color.h"
+
+class CDC;
+
+namespace vesk {
+
+// Holds tall, narrow areas of neighbouring columns back and paints them row by row: written one
+// after the other, each of them would walk down all of the picture's memory. Areas are painted in
+// the order they are told, and Flush ends that; nothing else may be drawn in between. Borrows the
+// context.
+class StrokeTile {
+public:
+    static constexpr int kMostColors = 255;
+
+    explicit StrokeTile(CDC*);
+
+    // A colour gets the number that areas name it by; at most kMostColors of them.
+    void AddColor(COLORREF color) { m_Palette.push_back(color); }
+    void Fill(std::int64_t left, std::int64_t top, std::int64_t right, std::int64_t bottom,
+              std::size_t color);
+    void Flush();
+
+private:
+    static constexpr int kWidth = 128;
+    static constexpr int kLine = 64;  // bytes of a line of the cache
+
+    CDC* m_DC;
+    int m_Top;
+    int m_Bottom;
+    int m_Height;  // of the cells, at least of the rows
+    std::int64_t m_Left = 0;
+    int m_Used = 0;                     // columns
+    std::vector<std::uint8_t> m_Cells;  // of kWidth columns, number of the colour and 1, or 0
+    std::vector<COLORREF> m_Palette;
+};
+
+}  // namespace vesk
