@@ -39,8 +39,8 @@ public:
     // False, and no call is held, if those of a function do not ascend in start.
     bool IsAscending() const { return m_IsAscending; }
     bool IsEmpty() const { return m_Calls.empty(); }
-    // The calls that start before `end` and end behind `begin`, in any order, but for those without
-    // a length. Gives the place of the first call that starts at or after `end`.
+    // The calls that start before `end` and end behind `begin`, by start, but for those without a
+    // length. Gives the place of the first call that starts at or after `end`.
     std::size_t FindOpen(std::uint64_t begin, std::uint64_t end, std::vector<Open>& open);
 
     // Asks for the memory that FindOpen reads for a time, ahead of its use.

@@ -192,7 +192,7 @@ void SliceIndex::Cut(const CallOrder::Open& open, int first, int last) {
     const TimedCall& call = *open.m_Call;
     const int firstJob = FirstJobOf(open, m_Near);
     if (firstJob == kNoJob) return;
-    if (!open.m_Note) m_Near = firstJob;
+    m_Near = firstJob;
     const int name = m_Jobs.Names().At(firstJob);
     const std::size_t before = m_Pieces.size();
     for (int j = std::max(firstJob, first); j < last; ++j) {

@@ -91,7 +91,7 @@ private:
     // Reused from job to job.
     std::vector<CallOrder::Open> m_Open;
     std::vector<Piece> m_Pieces;
-    int m_Near = 0;  // the job in which the last short call begins: they come in order
+    int m_Near = 0;  // the job in which the last call begins: they come in order
     std::vector<Slice> m_Group;
     std::vector<Slice> m_Column;
     std::vector<Slice> m_Part;
