@@ -1,25 +1,33 @@
 #include "timeline/AxisIndex.h"
 
+#include <algorithm>
+#include <cstdlib>
+
 #include "log/McuJobList.h"
 
 namespace vesk {
 
 namespace {
 
-DigitPyramid::Digits CountsOf(const McuJob* jobs) {
-    return [jobs](int first, int last, std::uint8_t* digits) {
-        for (int i = first; i < last; ++i) *digits++ = DigitsOf(jobs[i].m_TimeCount);
+// Of numbers without signs, the least one has the least digits.
+DigitPyramid::LeastDigits CountsOf(const McuJob* jobs) {
+    return [jobs](int first, int last) {
+        std::uint32_t least = jobs[first].m_TimeCount;
+        for (int i = first + 1; i < last; ++i) least = std::min(least, jobs[i].m_TimeCount);
+        return DigitsOf(least);
     };
 }
 
-DigitPyramid::Digits NewFramesOf(const McuJob* jobs) {
-    return [jobs](int first, int last, std::uint8_t* digits) {
+DigitPyramid::LeastDigits NewFramesOf(const McuJob* jobs) {
+    return [jobs](int first, int last) {
+        std::int64_t least = INT64_MAX;
         std::int32_t before = first == 0 ? -1 : jobs[first - 1].m_TimeStamp;
         for (int i = first; i < last; ++i) {
             const std::int32_t frame = jobs[i].m_TimeStamp;
-            *digits++ = frame == before ? DigitPyramid::kNoNumber : DigitsOf(frame);
+            if (frame != before) least = std::min(least, std::abs(std::int64_t{frame}));
             before = frame;
         }
+        return least == INT64_MAX ? DigitPyramid::kNoNumber : DigitsOf(least);
     };
 }
 

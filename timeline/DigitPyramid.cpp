@@ -32,7 +32,8 @@ std::uint8_t DigitsOf(std::int64_t number) {
     return static_cast<std::uint8_t>(atLeast + (size >= kPowers[atLeast] ? 1 : 0));
 }
 
-DigitPyramid::DigitPyramid(int size, Digits digits) : m_Size(size), m_Digits(std::move(digits)) {
+DigitPyramid::DigitPyramid(int size, LeastDigits leastDigits)
+    : m_Size(size), m_LeastDigits(std::move(leastDigits)) {
     for (int groups = size; groups > 1;) {
         groups = (groups - 1) / kGroup + 1;
         m_Levels.emplace_back(static_cast<std::size_t>(groups));
@@ -51,7 +52,7 @@ int DigitPyramid::FirstAtMost(int first, int last, int digits) {
             span = wider;
         }
         const auto place = static_cast<int>(at);
-        if (span == 1 && LeastOfNumbers(place, place + 1) <= digits) return place;
+        if (span == 1 && m_LeastDigits(place, place + 1) <= digits) return place;
         at += span;
     }
     return last;
@@ -63,16 +64,10 @@ std::uint8_t DigitPyramid::Least(std::size_t level, int group) {
     const int below = level == 0 ? m_Size : static_cast<int>(m_Levels[level - 1].size());
     const int end =
         static_cast<int>(std::min<std::int64_t>(std::int64_t{group} * kGroup + kGroup, below));
-    if (level == 0) return least = LeastOfNumbers(group * kGroup, end);
+    if (level == 0) return least = m_LeastDigits(group * kGroup, end);
     least = kNoNumber;
     for (int i = group * kGroup; i < end; ++i) least = std::min(least, Least(level - 1, i));
     return least;
-}
-
-std::uint8_t DigitPyramid::LeastOfNumbers(int first, int last) const {
-    std::array<std::uint8_t, kGroup> digits;
-    m_Digits(first, last, digits.data());
-    return *std::min_element(digits.begin(), digits.begin() + (last - first));
 }
 
 }  // namespace vesk

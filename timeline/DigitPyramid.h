@@ -17,11 +17,11 @@ class DigitPyramid {
 public:
     static constexpr std::uint8_t kNoNumber = 255;  // for places of the row that never count
 
-    // Writes the digits, 1 or more, of places [first, last) one after the other; at most 16.
-    using Digits = std::function<void(int first, int last, std::uint8_t* digits)>;
+    // The least digits of places [first, last), which is not empty; 1 or more.
+    using LeastDigits = std::function<std::uint8_t(int first, int last)>;
 
     // What the function reads must not change.
-    DigitPyramid(int size, Digits digits);
+    DigitPyramid(int size, LeastDigits leastDigits);
 
     // The first place in [first, last) whose number has at most so many digits, below kNoNumber;
     // last if there is none.
@@ -31,10 +31,9 @@ private:
     using Level = std::vector<std::uint8_t>;  // 0: not worked out yet
 
     std::uint8_t Least(std::size_t level, int group);
-    std::uint8_t LeastOfNumbers(int first, int last) const;
 
     int m_Size;
-    Digits m_Digits;
+    LeastDigits m_LeastDigits;
     std::vector<Level> m_Levels;
 };
 

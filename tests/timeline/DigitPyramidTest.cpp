@@ -26,8 +26,8 @@ TEST(DigitPyramid, FindsWhatAWalkFinds) {
             d = dice.OnceIn(60)   ? static_cast<std::uint8_t>(dice.Between(1, 5))
                 : dice.Chance(50) ? DigitPyramid::kNoNumber
                                   : 6;
-        DigitPyramid pyramid(size, [&](int first, int last, std::uint8_t* out) {
-            std::copy(digits.begin() + first, digits.begin() + last, out);
+        DigitPyramid pyramid(size, [&](int first, int last) {
+            return *std::min_element(digits.begin() + first, digits.begin() + last);
         });
         for (int i = 0; i < 300; ++i) {
             const int first = dice.Between(0, size);
@@ -44,9 +44,9 @@ TEST(DigitPyramid, FindsWhatAWalkFinds) {
 TEST(DigitPyramid, ReadsEachNumberOnceForAnyNumberOfSearches) {
     constexpr int kSize = 65536;
     int reads = 0;
-    DigitPyramid pyramid(kSize, [&](int first, int last, std::uint8_t* out) {
-        std::fill_n(out, last - first, std::uint8_t{7});
+    DigitPyramid pyramid(kSize, [&](int first, int last) {
         reads += last - first;
+        return std::uint8_t{7};
     });
     for (int i = 0; i < 50; ++i) EXPECT_EQ(pyramid.FirstAtMost(0, kSize, 6), kSize);
     EXPECT_EQ(reads, kSize);
