@@ -87,7 +87,7 @@ MainWindow::MainWindow(QtUserInterface& user, DesktopHost& host, UserState& stat
     connect(m_Area, &QMdiArea::subWindowActivated, this, [this] { FrameActivated(); });
     resize(kFirstSize);
     restoreGeometry(QByteArray::fromStdString(m_State.m_MainWindow));
-    restoreState(QByteArray::fromStdString(m_State.m_Layout));
+    m_HasLayout = restoreState(QByteArray::fromStdString(m_State.m_Layout));
     m_Host.SetTabs(m_State.m_Tabs);
     ShowChanges();
 }
@@ -171,7 +171,10 @@ void MainWindow::MakeDocks(QMenu& menu) {
         addDockWidget(Qt::BottomDockWidgetArea, dock);
         dock->hide();
         menu.addAction(dock->toggleViewAction());
-        connect(dock, &QDockWidget::visibilityChanged, this, [this] { FollowView(); });
+        connect(dock, &QDockWidget::visibilityChanged, this, [this] {
+            FollowView();
+            QTimer::singleShot(0, this, [this] { ShareRoom(); });
+        });
     }
     m_SearchDock->toggleViewAction()->setShortcut(QKeySequence(kSearchKey.m_Key));
     m_MarkerDock->toggleViewAction()->setShortcut(QKeySequence(kMarkersKey.m_Key));
@@ -181,6 +184,15 @@ void MainWindow::MakeDocks(QMenu& menu) {
     timer->start(kFollowInterval);
     connect(QAbstractEventDispatcher::instance(), &QAbstractEventDispatcher::aboutToBlock, this,
             [this] { FollowView(); });
+}
+
+// When the lists first stand side by side, each gets the room that its columns want.
+void MainWindow::ShareRoom() {
+    if (m_HasLayout || !m_SearchDock->isVisible() || !m_MarkerDock->isVisible()) return;
+    m_HasLayout = true;
+    resizeDocks({m_SearchDock, m_MarkerDock},
+                {m_SearchDock->sizeHint().width(), m_MarkerDock->sizeHint().width()},
+                Qt::Horizontal);
 }
 
 void MainWindow::MakeWindowMenu(QMenu& menu) {

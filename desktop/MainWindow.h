@@ -49,6 +49,7 @@ private:
     void MakeFileMenu();
     void MakeWindowMenu(QMenu&);
     void MakeDocks(QMenu&);
+    void ShareRoom();
     void MakeStatusBar();
     void ListRecentFiles();
     void ListWindows(QMenu&);
@@ -73,6 +74,7 @@ private:
     QMdiArea* m_Area;
     SearchDock* m_SearchDock = nullptr;
     MarkerDock* m_MarkerDock = nullptr;
+    bool m_HasLayout = false;  // the docks stand as the user wants them
     QToolBar* m_ToolBar = nullptr;
     QMenu* m_RecentMenu = nullptr;
     QAction* m_TimelineAction = nullptr;

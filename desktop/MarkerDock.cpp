@@ -34,10 +34,9 @@ const McuJob* JobAt(const McuJobList& log, std::uint64_t time) {
 MarkerDock::MarkerDock(const DesktopHost& host, QWidget* parent)
     : QDockWidget("Markers", parent), m_Host(host) {
     setObjectName("markers");
-    const QString widest = "000,000,000,000";
+    const QString widest = "0,000,000,000";
     m_Rows = new RowList(
-        {{"Marker", "0000"}, {"Time", ""}, {"QBit", widest}, {"To the previous one", widest}},
-        this);
+        {{"Marker", "0000"}, {"Time", ""}, {"QBit", widest}, {"Distance (QBit)", widest}}, this);
     setWidget(m_Rows);
     m_Rows->m_OnChosen = [this](int row) { JumpTo(row); };
     m_Rows->m_OnDelete = [this](int row) { Remove(row); };

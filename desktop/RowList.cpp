@@ -85,6 +85,18 @@ void RowList::Arrange() {
     viewport()->update();
 }
 
+// Every column as wide as it asked for, the rest of the room as wide as a name.
+QSize RowList::sizeHint() const {
+    constexpr int kRows = 9;
+    int width = verticalScrollBar()->sizeHint().width() + 2 * frameWidth();
+    for (int i = 0; i < m_Header->count(); ++i) {
+        const bool isRest = m_Header->sectionResizeMode(i) == QHeaderView::Stretch;
+        width += isRest ? fontMetrics().horizontalAdvance("frame 00000, TQCNT 00000") + 2 * kMargin
+                        : m_Header->sectionSize(i);
+    }
+    return {width, m_Header->sizeHint().height() + kRows * RowHeight()};
+}
+
 int RowList::RowHeight() const {
     return fontMetrics().height() + kGap;
 }
@@ -138,7 +150,7 @@ void RowList::paintEvent(QPaintEvent* event) {
     QPainter painter(viewport());
     painter.fillRect(event->rect(), palette().base());
     if (m_Count == 0) {
-        painter.setPen(palette().color(QPalette::Disabled, QPalette::Text));
+        painter.setPen(palette().color(QPalette::Text));
         const QRect room = viewport()->rect().adjusted(kMargin, kMargin, -kMargin, -kMargin);
         painter.drawText(room, Qt::AlignHCenter | Qt::AlignTop | Qt::TextWordWrap, m_Note);
         return;

@@ -34,6 +34,7 @@ public:
     void SetCurrent(int row);
     int Current() const { return m_Current; }
     QRect RowRect(int row) const;  // in the viewport
+    QSize sizeHint() const override;
 
     std::function<void(int row)> m_OnChosen;  // by a click or Enter
     std::function<void(int row)> m_OnDelete;  // by Delete

@@ -64,7 +64,7 @@ std::uint64_t Distance(std::uint64_t a, std::uint64_t b) {
 SearchDock::SearchDock(const DesktopHost& host, QWidget* parent)
     : QDockWidget("Search results", parent), m_Host(host) {
     setObjectName("searchResults");
-    const QString widest = "000,000,000,000";
+    const QString widest = "0,000,000,000";
     m_Rows = new RowList({{"Name", "", false},
                           {"Start (QBit)", widest},
                           {"End (QBit)", widest},

@@ -66,6 +66,11 @@ TEST_F(SelfDescription, BashCompletesCommandsOptionsAndValues) {
         {"vesk jobs --format = c", {"csv"}},
         {"vesk jobs --format =", {"text", "csv", "json", "jsonl"}},
         {"vesk info --format j", {"json"}},
+        {"vesk export ''", {"text", "extra", "calls"}},
+        {"vesk export --force te", {"text"}},
+        {"vesk export text ''", {}},  // now the log
+        {"vesk find --fu", {"--function"}},
+        {"vesk markers --format s", {"slam"}},
         {"vesk simulate --form v", {"v1", "v2", "v3"}},
         {"vesk dump --name", {}},                    // not one of its options
         {"vesk jobs jobs.bin calls --name ''", {}},  // a value that nobody knows

@@ -196,6 +196,15 @@ TEST_F(TimelineTest, ControlFFindsANameAndF3TheNextOne) {
     EXPECT_EQ(View().m_CursorTime, starts[0]);
 }
 
+TEST_F(TimelineTest, AMissIsToldInTheStatusBar) {
+    View().m_FindText = "nobody";
+    Press(Qt::Key_F3);
+    EXPECT_THAT(m_Viewer.StatusText().toStdString(), StartsWith("\"nobody\" was not found.|"));
+    View().m_FindText = "java";
+    Press(Qt::Key_F3);
+    EXPECT_THAT(m_Viewer.StatusText().toStdString(), StartsWith("|"));
+}
+
 TEST_F(TimelineTest, AltAndArrowsWalkThroughTheViewsShown) {
     const float zoom = View().m_ZoomRatio;
     Press(Qt::Key_F);
