@@ -18,6 +18,7 @@ namespace {
 
 enum Column { kName, kStart, kEnd, kFrame, kDuration };
 
+constexpr const char* kTitle = "Search results";
 constexpr const char* kNothingOpen = "No log is open.";
 constexpr const char* kWorking = "Searching ...";
 constexpr const char* kNothingFound = "Nothing was found.";
@@ -62,7 +63,7 @@ std::uint64_t Distance(std::uint64_t a, std::uint64_t b) {
 }  // namespace
 
 SearchDock::SearchDock(const DesktopHost& host, QWidget* parent)
-    : QDockWidget("Search results", parent), m_Host(host) {
+    : QDockWidget(kTitle, parent), m_Host(host) {
     setObjectName("searchResults");
     const QString widest = "0,000,000,000";
     m_Rows = new RowList({{"Name", "", false},
@@ -87,6 +88,7 @@ void SearchDock::Forget() {
     if (m_Coming.valid()) m_Coming.get();
     m_Rows->SetRows(0, {});
     m_Rows->SetNote(kNothingOpen);
+    Tell({});
     m_Results.reset();
     m_IsKnown = false;
 }
@@ -136,9 +138,15 @@ void SearchDock::Take(Results results) {
     m_Rows->SetRows(m_Results->Count(),
                     [this](int row, int column) { return TextOf(row, column); });
     const std::string what = m_Search.m_Text.empty() ? "any name" : m_Search.m_Text;
-    setWindowTitle("Search results: " + Grouped(static_cast<std::uint64_t>(m_Results->Count())) +
-                   ' ' + NameOf(m_Search.m_Target) + " (" + ToQt(what) + ')');
+    Tell(": " + Grouped(static_cast<std::uint64_t>(m_Results->Count())) + ' ' +
+         NameOf(m_Search.m_Target) + " (" + ToQt(what) + ')');
     ShowNearest(m_Host.Timeline()->m_CursorTime);
+}
+
+// In the title, which the menu's entry would follow.
+void SearchDock::Tell(const QString& what) {
+    setWindowTitle(kTitle + what);
+    toggleViewAction()->setText(kTitle);
 }
 
 // Of several rows at the same distance the current one stays.

@@ -43,6 +43,7 @@ private:
     static Search SearchOf(const CMcuView&);
     void Begin(const Search&);
     void Take(Results);
+    void Tell(const QString& what);
     void ShowNearest(std::uint64_t time);
     QString TextOf(int row, int column) const;
 

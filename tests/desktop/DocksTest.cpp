@@ -111,7 +111,8 @@ TEST_F(DocksTest, AResultTellsItsTimesAndAClickGoesThere) {
     ASSERT_TRUE(QTest::qWaitFor([&] { return Search().Rows().Count() == 11; }));
     RowList& rows = Search().Rows();
     EXPECT_THAT(Texts(rows, 0, 5), ElementsAre("all0", "610", "1,339", "101", "729"));
-    EXPECT_TRUE(Search().windowTitle().contains("tasks (all0)"));
+    EXPECT_EQ(Search().windowTitle(), "Search results: 11 tasks (all0)");
+    EXPECT_NO_THROW(m_Viewer->MenuEntry({"Window", "Search results"}));
 
     ClickRow(rows, 2);
     const std::uint64_t third = View().m_CursorTime;
@@ -157,6 +158,7 @@ TEST_F(DocksTest, ResultsGoWithTheirLog) {
     EXPECT_TRUE(HasMarkers(1));
     m_Viewer->Session().Close();
     EXPECT_TRUE(HasRows(0));
+    EXPECT_EQ(Search().windowTitle(), "Search results");
     EXPECT_TRUE(HasMarkers(0));
     QTest::keyClick(&Search().Rows(), Qt::Key_Return);
     QTest::keyClick(&Markers().Rows(), Qt::Key_Delete);
