@@ -124,10 +124,7 @@ QString MarkerDock::TimeText(std::uint64_t time) const {
     if (m_Unit == TIMEUNIT_CLOCK) return Grouped(time) + " QBit";
     const McuJob* const job = JobAt(m_Host.List(), time);
     if (!job) return {};
-    return QString("frame %1, %2 %3")
-        .arg(job->m_TimeStamp)
-        .arg(m_Host.List().m_IsTQCNT ? "TQCNT" : "USCNT")
-        .arg(job->m_TimeCount);
+    return QString("frame %1, %2").arg(job->m_TimeStamp).arg(job->m_TimeCount);
 }
 
 }  // namespace vesk

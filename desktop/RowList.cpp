@@ -91,7 +91,7 @@ QSize RowList::sizeHint() const {
     int width = verticalScrollBar()->sizeHint().width() + 2 * frameWidth();
     for (int i = 0; i < m_Header->count(); ++i) {
         const bool isRest = m_Header->sectionResizeMode(i) == QHeaderView::Stretch;
-        width += isRest ? fontMetrics().horizontalAdvance("frame 00000, TQCNT 00000") + 2 * kMargin
+        width += isRest ? fontMetrics().horizontalAdvance("frame 00000, 0000000000") + 2 * kMargin
                         : m_Header->sectionSize(i);
     }
     return {width, m_Header->sizeHint().height() + kRows * RowHeight()};
