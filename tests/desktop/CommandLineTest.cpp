@@ -11,6 +11,11 @@
 namespace vesk {
 namespace {
 
+// As a shell takes it, whatever the folder of the sources is called.
+std::string QuotedSample(const std::string& name) {
+    return '\'' + Sample(name) + '\'';
+}
+
 using testing::HasSubstr;
 using testing::Not;
 using testing::StartsWith;
@@ -137,7 +142,7 @@ TEST(CommandLine, TellsHowAPictureIsToBe) {
 TEST(CommandLine, APictureNeedsNoDisplayAndReplacesNothingUnasked) {
     const DeskFolder folder;
     const std::string png = folder / "a.png";
-    const std::string render = "--render " + png + ' ' + Sample("pacman_packets.bin");
+    const std::string render = "--render " + png + ' ' + QuotedSample("pacman_packets.bin");
     const ShellRun first = Veskview(render + " --size 640x480 --scale 1.5", "DISPLAY=:4711");
     EXPECT_EQ(first.m_Status, 0);
     EXPECT_EQ(first.m_Text, "");
@@ -158,8 +163,8 @@ TEST(CommandLine, EveryOptionChangesThePicture) {
     for (const char* const options :
          {"", "--outlook relative", "--unit qbit", "--unit time", "--range 100000:200000"}) {
         const std::string path = folder / ("p" + std::to_string(pictures.size()) + ".svg");
-        const ShellRun run =
-            Veskview("--render " + path + ' ' + options + " -- " + Sample("pacman_packets.bin"));
+        const ShellRun run = Veskview("--render " + path + ' ' + options + " -- " +
+                                      QuotedSample("pacman_packets.bin"));
         EXPECT_EQ(run.m_Status, 0) << run.m_Text;
         pictures.insert(FileText(path));
     }
@@ -170,7 +175,7 @@ TEST(CommandLine, ARangeIsShownFromEdgeToEdge) {
     const DeskFolder folder;
     const std::string path = folder / "a.svg";
     const ShellRun run = Veskview("--unit qbit --range 2000:4000 --render " + path + ' ' +
-                                  Sample("pacman_packets.bin"));
+                                  QuotedSample("pacman_packets.bin"));
     ASSERT_EQ(run.m_Status, 0) << run.m_Text;
     const std::string text = FileText(path);
     // Labels stand at multiples of 75 here.
@@ -189,9 +194,9 @@ TEST(CommandLine, AFailedPictureLeavesNone) {
     } cases[] = {
         {path + " /no/log.bin", "veskview: /no/log.bin: No such file or directory\n"},
         {path + ' ' + folder.Write("bad.bin", "VESKBINVxxxxxxxxxxxxxxxxxxx"), "veskview: "},
-        {path + " --range 483264:483300 " + Sample("pacman_packets.bin"),
+        {path + " --range 483264:483300 " + QuotedSample("pacman_packets.bin"),
          "veskview: the range lies behind the log, which has 483264 QBit\n"},
-        {folder / "no/a.svg" + ' ' + Sample("pacman_packets.bin"), "veskview: cannot write "},
+        {folder / "no/a.svg" + ' ' + QuotedSample("pacman_packets.bin"), "veskview: cannot write "},
     };
     for (const auto& c : cases) {
         SCOPED_TRACE(c.m_Arguments);
@@ -227,7 +232,7 @@ TEST(CommandLine, TheLogOfTheArgumentsIsOpened) {
     // Ended from outside once it has written down what it opened.
     const ShellRun run =
         Shell("XDG_STATE_HOME=" + (folder / "state") + " QT_QPA_PLATFORM=offscreen '" +
-              VESKVIEW_PROGRAM + "' --whole " + Sample("esp32_ticks.bin") +
+              VESKVIEW_PROGRAM + "' --whole " + QuotedSample("esp32_ticks.bin") +
               " & pid=$!; for i in $(seq 100); do grep -qs esp32 " +
               (folder / "state/vesk/veskview.json") +
               " && echo opened && break; sleep 0.1; done; kill $pid; wait $pid 2>/dev/null");
