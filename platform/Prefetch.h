@@ -12,13 +12,4 @@ inline void Prefetch(const void* address) {
 #endif
 }
 
-// The same for memory that is going to be written.
-inline void PrefetchToWrite(void* address) {
-#if defined(__GNUC__)
-    __builtin_prefetch(address, 1);
-#else
-    static_cast<void>(address);
-#endif
-}
-
 }  // namespace vesk

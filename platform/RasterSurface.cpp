@@ -1,7 +1,6 @@
 #include "platform/RasterSurface.h"
 
 #include <algorithm>
-#include <array>
 #include <cmath>
 #include <cstring>
 #include <utility>
@@ -9,7 +8,6 @@
 #include "platform/CPen.h"
 #include "platform/GlyphTable.h"
 #include "platform/Pixels.h"
-#include "platform/Prefetch.h"
 
 namespace vesk {
 
@@ -28,8 +26,6 @@ constexpr double kLeastScale = 0.1;
 constexpr double kGreatestScale = 16.0;
 constexpr double kMostPixels = 268435456.0;  // 2^28
 constexpr std::uint32_t kWhite = 0xFFFFFFFF;
-constexpr std::int64_t kRowsAhead = 6;
-constexpr std::int64_t kPixelsOfLine = 16;  // of the cache
 
 double Usable(double scale) {
     return scale >= kLeastScale && scale <= kGreatestScale ? scale : 1.0;
@@ -150,43 +146,6 @@ void RasterSurface::Fill(const DeviceRect& box, std::uint32_t pixel) {
             *row = pixel;
         } else {
             std::fill_n(row, width, pixel);
-        }
-    }
-}
-
-// Row by row: a step down in a wide picture costs as much as many steps to the right.
-void RasterSurface::FillCells(const CRect& rect, std::span<const std::uint8_t> cells,
-                              std::span<const COLORREF> palette) {
-    const auto unit = static_cast<std::int64_t>(m_Scale);
-    if (static_cast<double>(unit) != m_Scale) {
-        Surface::FillCells(rect, cells, palette);
-        return;
-    }
-    std::array<std::uint32_t, 256> pixels{};
-    for (std::size_t i = 0; i < std::min(palette.size(), pixels.size() - 1); ++i)
-        pixels[i + 1] = PixelOf(palette[i]);
-    const DeviceRect box = Box(rect);
-    const DeviceRect cut = Cut(box);
-    const std::int64_t height = rect.Height();
-    const std::int64_t first = (cut.left - box.left) / unit;
-    const std::int64_t last = (cut.right - box.left + unit - 1) / unit;
-    for (std::int64_t y = cut.top; y < cut.bottom; ++y) {
-        const std::uint8_t* const line = cells.data() + (y - box.top) / unit;
-        std::uint32_t* const row = m_Pixels.data() + y * m_Stride;
-        if (y + kRowsAhead < cut.bottom) {
-            for (std::int64_t x = cut.left; x < cut.right; x += kPixelsOfLine)
-                PrefetchToWrite(row + kRowsAhead * m_Stride + x);
-        }
-        for (std::int64_t i = first; i < last; ++i) {
-            const std::uint8_t cell = line[i * height];
-            if (cell == 0) continue;
-            const std::int64_t x = box.left + i * unit;
-            if (unit == 1) {
-                row[x] = pixels[cell];
-            } else {
-                std::fill(row + std::max(x, cut.left), row + std::min(x + unit, cut.right),
-                          pixels[cell]);
-            }
         }
     }
 }

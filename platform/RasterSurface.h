@@ -1,5 +1,6 @@
 #pragma once
 
+#include <array>
 #include <cstdint>
 #include <memory>
 #include <vector>
@@ -56,6 +57,7 @@ public:
 
 private:
     struct Shared;
+    struct CellPicture;
 
     // A pen in device pixels. At point p it covers p - m_Lead up to p - m_Lead + m_Thickness.
     struct Stroke {
@@ -87,6 +89,10 @@ private:
     void FindCrossings(std::int64_t y);
     void OutlinePolygon(const Stroke&);
     void PolygonEdge(DevicePoint upper, DevicePoint lower, int turn, const Stroke&);
+    void PaintCells(const CellPicture&, std::int64_t cellX, std::int64_t cellY,
+                    std::uint64_t cells);
+    void PaintWhole(const CellPicture&, std::int64_t cellX, std::int64_t cellY,
+                    const std::array<std::uint64_t, 8>& square);
     void Blend(const GlyphMask&, std::int64_t x, std::int64_t y, std::uint32_t pixel);
 
     std::shared_ptr<Shared> m_Shared;  // with all surfaces made from this one

@@ -10,6 +10,7 @@
 
 #include "platform/CBrush.h"
 #include "platform/CPen.h"
+#include "tests/support/Dice.h"
 
 namespace vesk {
 namespace {
@@ -374,6 +375,30 @@ TEST(RasterSurface, FillsCellsColumnByColumn) {
     surface.FillCells({-1, 0, 2, 3}, cells, palette);
     surface.FillCells({1, 1, 4, 4}, cells, palette);
     EXPECT_THAT(Show(surface), ElementsAre("+#...", "+#+..", ".#+..", ".+..."));
+}
+
+// Squares of eight, rests of them, boxes over the edges, empty cells among others.
+TEST(RasterSurface, FillsManyCellsAsOneAfterTheOther) {
+    Dice dice(7);
+    const COLORREF palette[] = {kInk, kArea, 0x123456};
+    for (int round = 0; round < 200; ++round) {
+        const double scale = dice.Of({1.0, 1.0, 2.0, 3.0, 1.5});
+        const int left = dice.Between(-12, 30);
+        const int top = dice.Between(-12, 30);
+        const CRect box(left, top, left + dice.Between(0, 40), top + dice.Between(0, 40));
+        std::vector<std::uint8_t> cells(static_cast<std::size_t>(box.Width() * box.Height()));
+        const int empty = dice.Of({0, 5, 60});
+        for (std::uint8_t& cell : cells)
+            cell = static_cast<std::uint8_t>(dice.Chance(empty) ? 0 : dice.Between(1, 3));
+        RasterSurface whole = Blank(40, 40, scale);
+        RasterSurface plain = Blank(40, 40, scale);
+        const CRect clip(dice.Between(0, 9), dice.Between(0, 9), dice.Between(20, 50), 39);
+        whole.SetClip(clip);
+        plain.SetClip(clip);
+        whole.FillCells(box, cells, palette);
+        plain.Surface::FillCells(box, cells, palette);
+        ASSERT_EQ(Show(whole), Show(plain)) << round;
+    }
 }
 
 TEST(RasterSurface, CopiesOnlyWhatBothSurfacesAndTheClipHold) {
