@@ -1,40 +1,59 @@
 #include "timeline/AxisIndex.h"
 
 #include <algorithm>
-#include <cstdlib>
-
-#include "log/McuJobList.h"
 
 namespace vesk {
 
 namespace {
 
-// Of numbers without signs, the least one has the least digits.
-DigitPyramid::LeastDigits CountsOf(const McuJob* jobs) {
-    return [jobs](int first, int last) {
-        std::uint32_t least = jobs[first].m_TimeCount;
-        for (int i = first + 1; i < last; ++i) least = std::min(least, jobs[i].m_TimeCount);
-        return DigitsOf(least);
-    };
+std::uint32_t SizeOf(std::int32_t frame) {
+    const auto bits = static_cast<std::uint32_t>(frame);
+    return frame < 0 ? 0 - bits : bits;
 }
 
-DigitPyramid::LeastDigits NewFramesOf(const McuJob* jobs) {
-    return [jobs](int first, int last) {
-        std::int64_t least = INT64_MAX;
-        std::int32_t before = first == 0 ? -1 : jobs[first - 1].m_TimeStamp;
-        for (int i = first; i < last; ++i) {
-            const std::int32_t frame = jobs[i].m_TimeStamp;
-            if (frame != before) least = std::min(least, std::abs(std::int64_t{frame}));
-            before = frame;
-        }
-        return least == INT64_MAX ? DigitPyramid::kNoNumber : DigitsOf(least);
-    };
+constexpr std::uint32_t kNoFrame = UINT32_MAX;  // no frame number is that large
+
+std::uint8_t DigitsOfNewFrame(std::uint32_t size) {
+    return size == kNoFrame ? DigitPyramid::kNoNumber : DigitsOf(size);
 }
 
 }  // namespace
 
-AxisIndex::AxisIndex(const McuJobList& list)
-    : m_Counts(list.GetSize(), CountsOf(list.data())),
-      m_NewFrames(list.GetSize(), NewFramesOf(list.data())) {}
+AxisIndex::AxisIndex(const std::vector<McuJob>& jobs)
+    : m_Jobs(jobs),
+      m_Counts([&jobs](int i) { return DigitsOf(jobs[static_cast<std::size_t>(i)].m_TimeCount); }),
+      m_NewFrames([&jobs](int i) {
+          const auto at = static_cast<std::size_t>(i);
+          const std::int32_t before = i == 0 ? -1 : jobs[at - 1].m_TimeStamp;
+          const std::int32_t frame = jobs[at].m_TimeStamp;
+          return DigitsOfNewFrame(frame == before ? kNoFrame : SizeOf(frame));
+      }) {
+    m_Counts.Reserve(jobs.size());
+    m_NewFrames.Reserve(jobs.size());
+}
+
+// Of numbers without signs, the least one has the least digits.
+void AxisIndex::Add(std::span<const McuJob> jobs) {
+    for (std::size_t i = 0; i < jobs.size(); i += DigitPyramid::kGroup) {
+        std::uint32_t leastCount = UINT32_MAX;
+        std::uint32_t leastFrame = kNoFrame;
+        std::int32_t before = m_LastFrame;
+        const std::size_t count = std::min<std::size_t>(DigitPyramid::kGroup, jobs.size() - i);
+        for (const McuJob& job : jobs.subspan(i, count)) {
+            leastCount = std::min(leastCount, job.m_TimeCount);
+            const std::int32_t frame = job.m_TimeStamp;
+            if (frame != before) leastFrame = std::min(leastFrame, SizeOf(frame));
+            before = frame;
+        }
+        m_LastFrame = before;
+        m_Counts.Add(DigitsOf(leastCount));
+        m_NewFrames.Add(DigitsOfNewFrame(leastFrame));
+    }
+}
+
+void AxisIndex::Finish() {
+    m_Counts.Finish(static_cast<int>(m_Jobs.size()));
+    m_NewFrames.Finish(static_cast<int>(m_Jobs.size()));
+}
 
 }  // namespace vesk

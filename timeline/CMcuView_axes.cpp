@@ -90,7 +90,7 @@ constexpr int kMostDigits = 20;
 // Draws numbers of jobs as labels, at most one per row and column.
 class LabelWriter {
 public:
-    LabelWriter(CDC* dc, vesk::DigitPyramid& digits, std::function<std::string(int)> textOf)
+    LabelWriter(CDC* dc, const vesk::DigitPyramid& digits, std::function<std::string(int)> textOf)
         : m_Dc(dc),
           m_Digits(digits),
           m_TextOf(std::move(textOf)),
@@ -119,7 +119,7 @@ public:
 
 private:
     CDC* m_Dc;
-    vesk::DigitPyramid& m_Digits;
+    const vesk::DigitPyramid& m_Digits;
     std::function<std::string(int)> m_TextOf;
     int m_DigitWidth;
 };
@@ -259,7 +259,7 @@ void CMcuView::DrawFrameNo(CDC* dc, int /*left*/) {
     CPen dots(PS_DOT, 1, kBoundaryInk);
     FrameLines frameLines(dc, kLineTop, m_CanvasBottom + 45);
     dc->SetTextColor(kFrameInk);
-    vesk::DigitPyramid& newFrames = Index().Axes().NewFrames();
+    const vesk::DigitPyramid& newFrames = Index().Axes().NewFrames();
     LabelWriter labels(dc, newFrames, [](int i) {
         return vesk::FormatText("%ld", static_cast<long>(JobAt(i).m_TimeStamp));
     });
@@ -274,10 +274,9 @@ void CMcuView::DrawFrameNo(CDC* dc, int /*left*/) {
         if (first >= last) continue;
         const bool hasDots = m_ShowDottedLine && x > lastDots + 1;
         if (hasDots) lastDots = x;
-        const int changed = m_ShowFrameNo ? newFrames.FirstAtMost(first, last, kMostDigits) : last;
-        if (changed < last) {
+        if (m_ShowFrameNo && newFrames.HasAtMost(first, last, kMostDigits)) {
             frameLines.Add(x);
-            labels.DrawFirst(x, changed, last, row);
+            labels.DrawFirst(x, first, last, row);
         } else if (hasDots) {
             frameLines.Flush();
             dc->SelectObject(&dots);

@@ -5,11 +5,11 @@
 #include <bit>
 #include <utility>
 
+#include "timeline/Pyramid.h"
+
 namespace vesk {
 
 namespace {
-
-constexpr int kGroup = 16;
 
 constexpr std::array<std::uint64_t, 20> kPowers = [] {
     std::array<std::uint64_t, 20> powers{};
@@ -32,42 +32,33 @@ std::uint8_t DigitsOf(std::int64_t number) {
     return static_cast<std::uint8_t>(atLeast + (size >= kPowers[atLeast] ? 1 : 0));
 }
 
-DigitPyramid::DigitPyramid(int size, LeastDigits leastDigits)
-    : m_Size(size), m_LeastDigits(std::move(leastDigits)) {
-    for (int groups = size; groups > 1;) {
-        groups = (groups - 1) / kGroup + 1;
-        m_Levels.emplace_back(static_cast<std::size_t>(groups));
+void DigitPyramid::Finish(int places) {
+    m_Places = places;
+    while (m_Levels.back().size() > 1) {
+        const std::vector<std::uint8_t>& below = m_Levels.back();
+        std::vector<std::uint8_t> level((below.size() - 1) / kGroup + 1, kNoNumber);
+        for (std::size_t i = 0; i < below.size(); ++i)
+            level[i / kGroup] = std::min(level[i / kGroup], below[i]);
+        m_Levels.push_back(std::move(level));
     }
 }
 
-int DigitPyramid::FirstAtMost(int first, int last, int digits) {
-    std::int64_t at = first;
-    while (at < last) {
-        // The widest group that begins here, ends in time and holds nothing short enough.
-        std::int64_t span = 1;
-        for (std::size_t level = 0; level < m_Levels.size(); ++level) {
-            const std::int64_t wider = span * kGroup;
-            if (at % wider != 0 || at + wider > last) break;
-            if (Least(level, static_cast<int>(at / wider)) <= digits) break;
-            span = wider;
-        }
-        const auto place = static_cast<int>(at);
-        if (span == 1 && m_LeastDigits(place, place + 1) <= digits) return place;
-        at += span;
-    }
-    return last;
+int DigitPyramid::FirstAtMost(int first, int last, int digits) const {
+    const Pyramid shape{m_Places, kGroup, kGroup, static_cast<int>(m_Levels.size())};
+    return FirstHit(
+        shape, first, last,
+        [&](int level, int group) {
+            return m_Levels[static_cast<std::size_t>(level)][static_cast<std::size_t>(group)] <=
+                   digits;
+        },
+        [&](int place) { return m_DigitsAt(place) <= digits; });
 }
 
-std::uint8_t DigitPyramid::Least(std::size_t level, int group) {
-    std::uint8_t& least = m_Levels[level][static_cast<std::size_t>(group)];
-    if (least != 0) return least;
-    const int below = level == 0 ? m_Size : static_cast<int>(m_Levels[level - 1].size());
-    const int end =
-        static_cast<int>(std::min<std::int64_t>(std::int64_t{group} * kGroup + kGroup, below));
-    if (level == 0) return least = m_LeastDigits(group * kGroup, end);
-    least = kNoNumber;
-    for (int i = group * kGroup; i < end; ++i) least = std::min(least, Least(level - 1, i));
-    return least;
+bool DigitPyramid::HasAtMost(int first, int last, int digits) const {
+    const int group = (first + kGroup - 1) / kGroup;
+    if (group < last / kGroup && m_Levels[0][static_cast<std::size_t>(group)] <= digits)
+        return true;
+    return FirstAtMost(first, last, digits) < last;
 }
 
 }  // namespace vesk

@@ -3,6 +3,8 @@
 #include <algorithm>
 #include <span>
 
+#include "timeline/AxisIndex.h"
+
 namespace vesk {
 
 namespace {
@@ -12,7 +14,7 @@ constexpr std::size_t kAhead = 16;   // columns
 
 }  // namespace
 
-JobStripIndex::JobStripIndex(const std::vector<McuJob>& records)
+JobStripIndex::JobStripIndex(const std::vector<McuJob>& records, AxisIndex* labels)
     : m_Records(records), m_Order(records) {
     m_Names.Reserve(records.size());
     const std::span<const McuJob> all(records);
@@ -20,8 +22,10 @@ JobStripIndex::JobStripIndex(const std::vector<McuJob>& records)
         const std::span<const McuJob> chunk = all.subspan(i, std::min(kChunk, all.size() - i));
         m_Names.Add(chunk);
         m_Order.Add(chunk);
+        if (labels) labels->Add(chunk);
     }
     m_Names.Finish();
+    if (labels) labels->Finish();
 }
 
 bool JobStripIndex::Show(const TimeScale& scale, int first, int last) {

@@ -10,11 +10,14 @@
 
 namespace vesk {
 
+class AxisIndex;
+
 // What painting wants to know of one sequence of records under several names: jobs, function
 // segments or source marks. Built in one pass; about 1.7 bytes a record.
 class JobStripIndex {
 public:
-    explicit JobStripIndex(const std::vector<McuJob>& records);  // borrowed
+    // The records are borrowed. Their labels are built in the same pass where they are asked for.
+    explicit JobStripIndex(const std::vector<McuJob>& records, AxisIndex* labels = nullptr);
 
     const std::vector<McuJob>& Records() const { return m_Records; }
     const NameColumn& Names() const { return m_Names; }

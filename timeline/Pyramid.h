@@ -22,8 +22,9 @@ int FirstHit(const Pyramid& pyramid, int first, int last, MayHold mayHold, IsHit
         std::int64_t next = at;
         std::int64_t width = pyramid.m_Block;
         for (int level = 0; level < pyramid.m_Levels; ++level, width *= pyramid.m_FanOut) {
-            if (at % width != 0 || mayHold(level, static_cast<int>(at / width))) break;
-            next = at + width;
+            const bool beginsHere = at % width == 0 || at == first;
+            if (!beginsHere || mayHold(level, static_cast<int>(at / width))) break;
+            next = (at / width + 1) * width;
         }
         if (next == at && isHit(static_cast<int>(at))) return static_cast<int>(at);
         at = std::max(next, at + 1);
@@ -38,7 +39,7 @@ int LastHit(const Pyramid& pyramid, int first, int last, MayHold mayHold, IsHit 
         std::int64_t next = end;
         std::int64_t width = pyramid.m_Block;
         for (int level = 0; level < pyramid.m_Levels; ++level, width *= pyramid.m_FanOut) {
-            const bool endsHere = end % width == 0 || end == pyramid.m_Count;
+            const bool endsHere = end % width == 0 || end == last;
             const std::int64_t group = (end - 1) / width;
             if (!endsHere || mayHold(level, static_cast<int>(group))) break;
             next = group * width;

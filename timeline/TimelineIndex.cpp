@@ -27,7 +27,11 @@ TimelineIndex::TimelineIndex(const McuJobList& list) : m_List(list) {}
 TimelineIndex::~TimelineIndex() = default;
 
 JobStripIndex& TimelineIndex::Jobs() {
-    return Built(m_Jobs, m_List);
+    if (!m_Jobs) {
+        m_Axes = std::make_unique<AxisIndex>(m_List);
+        m_Jobs = std::make_unique<JobStripIndex>(m_List, m_Axes.get());
+    }
+    return *m_Jobs;
 }
 
 JobStripIndex& TimelineIndex::Marks() {
@@ -55,8 +59,9 @@ CustomIndex& TimelineIndex::Custom() {
     return Built(m_Custom, m_List);
 }
 
-AxisIndex& TimelineIndex::Axes() {
-    return Built(m_Axes, m_List);
+const AxisIndex& TimelineIndex::Axes() {
+    Jobs();
+    return *m_Axes;
 }
 
 FrameIndex& TimelineIndex::Frames() {

@@ -34,10 +34,10 @@ public:
     JobLanes& Lanes();       // the jobs as a view shows them
     // The hardware events of a name; null for a name without any.
     EventLane* Events(const std::string& name);
-    CurveIndex& Curves();   // least and greatest extra values in any run of samples
-    CustomIndex& Custom();  // segments and calls of functions
-    AxisIndex& Axes();      // numbers of jobs that are short enough for a label
-    FrameIndex& Frames();   // where frame numbers pass a value
+    CurveIndex& Curves();     // least and greatest extra values in any run of samples
+    CustomIndex& Custom();    // segments and calls of functions
+    const AxisIndex& Axes();  // numbers of jobs that are short enough for a label
+    FrameIndex& Frames();     // where frame numbers pass a value
     // Which records of one of the list's containers can lie under a point.
     const RecordHits& Hits(const std::vector<McuJob>& container);
     MeasuredNames& Names() { return m_Names; }  // widths of names
