@@ -3,6 +3,7 @@
 #include <climits>
 #include <deque>
 #include <optional>
+#include <span>
 #include <utility>
 
 #include "host/VESKUIDoc.h"
@@ -28,85 +29,45 @@ namespace {
 
 using Samples = std::vector<ExtraInfoRecord>;
 
-constexpr std::size_t kAhead = 3;   // columns
-constexpr int kLikelySamples = 24;  // so many of a column are mostly enough to cover all others
+constexpr std::size_t kAhead = 6;  // columns
+constexpr int kLikelySteps = 12;   // so many of a column are mostly enough to cover all others
 
 // One value's curve: its colour, and the row that a value lies on.
-struct Curve {
+class Curve {
+public:
     Curve(const CMcuView& view, int value, std::uint32_t least, std::uint32_t greatest,
           COLORREF color)
-        : m_Value(value),
+        : m_Value(static_cast<std::size_t>(value)),
+          m_Color(color),
           m_Least(least),
           m_Range(greatest - least > 1 ? greatest - least : 1),
           m_Bottom(static_cast<std::uint32_t>(view.m_CanvasBottom)),
-          m_Height(static_cast<std::uint32_t>(view.m_CanvasHeight)),
-          m_Color(color) {}
+          m_Height(static_cast<std::uint32_t>(view.m_CanvasHeight)) {}
 
-    const int m_Value;
-    const std::uint32_t m_Least;
-    const std::uint32_t m_Range;
-    const std::uint32_t m_Bottom;
-    const std::uint32_t m_Height;
-    const COLORREF m_Color;
+    std::size_t Value() const { return m_Value; }
+    COLORREF Color() const { return m_Color; }
 
     // Unsigned 32-bit steps: a range that is too large for them wraps.
     int RowOf(std::uint32_t value) const {
         return static_cast<int>(m_Bottom - (value - m_Least) * m_Height / m_Range);
     }
-    int RowOf(const ExtraInfoRecord& sample) const { return RowOf(ValueOf(sample)); }
-    std::uint32_t ValueOf(const ExtraInfoRecord& sample) const {
-        return static_cast<std::uint32_t>(sample.m_Values[static_cast<std::size_t>(m_Value)]);
-    }
     // Rows between which all values of a range lie.
     std::pair<std::int64_t, std::int64_t> RowsOf(const CurveIndex::Range&) const;
-
-    // Whether no step between values of a range can show in the column at hand. Remembers the
-    // widest range of which that is so: most questions are then answered without a division.
-    bool IsHidden(const StrokeCover&, const CurveIndex::Range&);
-    bool IsKnownHidden(const CurveIndex::Range& range) const {
-        return range.m_Least >= m_Hidden.m_Least && range.m_Greatest <= m_Hidden.m_Greatest;
-    }
-    // To be told of values that have been looked at, with their rows.
-    void Remember(const StrokeCover&, std::uint32_t value, int row);
-    void NextColumn();
 
 private:
     bool CanWrap(const CurveIndex::Range&) const;
 
-    CurveIndex::Range m_Hidden;
-    int m_HiddenTop = INT_MAX;  // the rows of its ends
-    int m_HiddenBottom = INT_MIN;
+    std::size_t m_Value;  // its number
+    COLORREF m_Color;
+    std::uint32_t m_Least;
+    std::uint32_t m_Range;
+    std::uint32_t m_Bottom;
+    std::uint32_t m_Height;
 };
 
 bool Curve::CanWrap(const CurveIndex::Range& range) const {
     const std::uint64_t greatest = std::uint64_t{range.m_Greatest - m_Least} * m_Height;
     return range.m_Least < m_Least || greatest > UINT32_MAX;
-}
-
-bool Curve::IsHidden(const StrokeCover& cover, const CurveIndex::Range& range) {
-    if (IsKnownHidden(range)) return true;
-    const auto [top, bottom] = RowsOf(range);
-    if (!cover.Holds(top, bottom)) return false;
-    if (CanWrap(range)) return true;
-    Remember(cover, range.m_Least, static_cast<int>(bottom));
-    Remember(cover, range.m_Greatest, static_cast<int>(top));
-    return true;
-}
-
-void Curve::Remember(const StrokeCover& cover, std::uint32_t value, int row) {
-    if (CanWrap({value, value})) return;
-    const int top = std::min(m_HiddenTop, row);
-    const int bottom = std::max(m_HiddenBottom, row);
-    if (!cover.Holds(top, bottom)) return;
-    m_Hidden.Widen({value, value});
-    m_HiddenTop = top;
-    m_HiddenBottom = bottom;
-}
-
-void Curve::NextColumn() {
-    m_Hidden = {};
-    m_HiddenTop = INT_MAX;
-    m_HiddenBottom = INT_MIN;
 }
 
 std::pair<std::int64_t, std::int64_t> Curve::RowsOf(const CurveIndex::Range& range) const {
@@ -148,20 +109,29 @@ private:
         int m_To;
         std::size_t m_Curve;
     };
+    // All rows that a curve has been on from some sample to the last one that was looked at.
+    struct Hull {
+        int m_Top;
+        int m_Bottom;
+    };
 
     static StrokeCover PaintedRows(const CDC&);
     const ExtraInfoRecord& At(int sample) const {
         return m_Samples[static_cast<std::size_t>(sample)];
     }
+    int RowOf(int sample, const Curve& curve) const {
+        return curve.RowOf(m_Index.ValuesAt(sample)[curve.Value()]);
+    }
     void DrawColumn(const ColumnRun&);
-    void Prefetch(const ColumnRun& far, const ColumnRun& near) const;
+    void Prefetch(const ColumnRun&) const;
     void DrawStep(std::size_t curve, int x, int to, int row, int nextRow);
     bool IsHidden(int level, int stretch);
     bool IsAllHidden() const { return m_Cover.Holds(m_AllTop, m_AllBottom); }
-    void FindSteps(int level, int stretch, int first, int last);
     // False once no earlier step can show.
-    bool AddSteps(int sample);
-    void DrawFresh(std::size_t curve, int fromRow, int toRow);
+    bool FindSteps(int level, int stretch, int first, int last);
+    bool AddSteps(int first, int last);
+    std::span<const Step> FindCandidates(int first, int last);
+    void DrawFresh(const Step&);
 
     CDC* m_DC;
     const Samples& m_Samples;
@@ -180,6 +150,10 @@ private:
     std::int64_t m_AllBottom = INT64_MIN / 4;
     int m_X = 0;
     std::vector<Step> m_Steps;  // of one column, the last one first
+    // Of a few steps at a time, reused.
+    std::vector<int> m_Rows;
+    std::vector<Hull> m_Hulls;
+    std::vector<Step> m_Candidates;
 };
 
 StrokeCover CurvePainter::PaintedRows(const CDC& dc) {
@@ -189,17 +163,17 @@ StrokeCover CurvePainter::PaintedRows(const CDC& dc) {
 }
 
 void CurvePainter::Add(const Curve& curve) {
-    const auto [top, bottom] = curve.RowsOf(m_Index.RangeOfAll(curve.m_Value));
+    const auto [top, bottom] = curve.RowsOf(m_Index.RangeOfAll(static_cast<int>(curve.Value())));
     m_AllTop = std::min(m_AllTop, top);
     m_AllBottom = std::max(m_AllBottom, bottom);
     m_Curves.push_back(curve);
-    m_Pens.emplace_back(PS_SOLID, 2, curve.m_Color);
+    m_Pens.emplace_back(PS_SOLID, 2, curve.Color());
 }
 
 void CurvePainter::UseTile() {
     if (!m_HasWholeRows || m_Curves.size() > vesk::StrokeTile::kMostColors) return;
     m_Tile.emplace(m_DC);
-    for (const Curve& curve : m_Curves) m_Tile->AddColor(curve.m_Color);
+    for (const Curve& curve : m_Curves) m_Tile->AddColor(curve.Color());
 }
 
 bool CurvePainter::Draw(int sample) {
@@ -212,7 +186,7 @@ bool CurvePainter::Draw(int sample) {
     const int to = vesk::ToCoordinate(isInside ? nextX : m_EndX);
     for (std::size_t i = 0; i < m_Curves.size(); ++i) {
         const Curve& curve = m_Curves[i];
-        DrawStep(i, static_cast<int>(pixel), to, curve.RowOf(At(sample)), curve.RowOf(next));
+        DrawStep(i, static_cast<int>(pixel), to, RowOf(sample, curve), RowOf(sample + 1, curve));
     }
     return true;
 }
@@ -236,19 +210,23 @@ void CurvePainter::DrawStep(std::size_t curve, int x, int to, int row, int nextR
 
 void CurvePainter::DrawColumns(const std::vector<ColumnRun>& columns) {
     for (std::size_t i = 0; i < columns.size(); ++i) {
-        const std::size_t last = columns.size() - 1;
-        Prefetch(columns[std::min(i + 2 * kAhead, last)], columns[std::min(i + kAhead, last)]);
+        Prefetch(columns[std::min(i + kAhead, columns.size() - 1)]);
         DrawColumn(columns[i]);
     }
     if (m_Tile) m_Tile->Flush();
 }
 
-// The last samples of a column, and a little later their values.
-void CurvePainter::Prefetch(const ColumnRun& far, const ColumnRun& near) const {
-    for (int i = far.m_Last - 1; i >= std::max(far.m_First, far.m_Last - kLikelySamples); --i)
-        vesk::Prefetch(&At(i));
-    for (int i = near.m_Last - 1; i >= std::max(near.m_First, near.m_Last - kLikelySamples); --i)
-        vesk::Prefetch(At(i).m_Values.data());
+// The last samples of a column, from the one behind it on.
+void CurvePainter::Prefetch(const ColumnRun& column) const {
+    constexpr auto kValuesOfLine = static_cast<std::ptrdiff_t>(64 / sizeof(std::uint32_t));
+    vesk::Prefetch(&At(column.m_Last - 1).m_Time);
+    if (static_cast<std::size_t>(column.m_Last) < m_Samples.size())
+        vesk::Prefetch(&At(column.m_Last).m_Time);
+    const std::uint32_t* const first =
+        m_Index.ValuesAt(std::max(column.m_First, column.m_Last - 1 - kLikelySteps));
+    const std::uint32_t* const last = m_Index.ValuesAt(column.m_Last);
+    for (const std::uint32_t* at = first; at < last; at += kValuesOfLine) vesk::Prefetch(at);
+    vesk::Prefetch(last);
 }
 
 void CurvePainter::DrawColumn(const ColumnRun& column) {
@@ -261,17 +239,22 @@ void CurvePainter::DrawColumn(const ColumnRun& column) {
     }
 }
 
-// From the last step back, over the longest stretches that fit the column.
+// The last few steps are mostly enough. From them back, over the longest stretches that fit the
+// column.
 void CurvePainter::DrawSteps(int x, int first, int last) {
     if (first >= last) return;
     m_X = x;
     m_Cover.Clear();
     m_Steps.clear();
-    for (Curve& curve : m_Curves) curve.NextColumn();
-    int level = 0;
-    while (level + 1 < m_Index.Levels() && CurveIndex::StepsAt(level + 1) <= last - first) ++level;
-    const int size = CurveIndex::StepsAt(level);
-    for (int i = (last - 1) / size; i >= first / size; --i) FindSteps(level, i, first, last);
+    const int likely = std::max(first, last - kLikelySteps);
+    if (AddSteps(likely, last) && first < likely) {
+        int level = 0;
+        while (level + 1 < m_Index.Levels() && CurveIndex::StepsAt(level + 1) <= likely - first)
+            ++level;
+        const int size = CurveIndex::StepsAt(level);
+        int stretch = (likely - 1) / size;
+        while (stretch >= first / size && FindSteps(level, stretch, first, likely)) --stretch;
+    }
     for (std::size_t i = m_Steps.size(); i-- > 0;) {
         m_DC->SelectObject(&m_Pens[m_Steps[i].m_Curve]);
         m_DC->MoveTo(x, m_Steps[i].m_From);
@@ -279,56 +262,77 @@ void CurvePainter::DrawSteps(int x, int first, int last) {
     }
 }
 
-void CurvePainter::FindSteps(int level, int stretch, int first, int last) {
-    if (!m_Cover.IsEmpty() && (IsAllHidden() || IsHidden(level, stretch))) return;
+bool CurvePainter::FindSteps(int level, int stretch, int first, int last) {
+    if (IsHidden(level, stretch)) return true;
     const int size = CurveIndex::StepsAt(level);
     const int from = std::max(first, stretch * size);
     const int to =
         static_cast<int>(std::min<std::int64_t>(last, (stretch + std::int64_t{1}) * size));
-    if (level == 0) {
-        for (int i = to - 1; i >= from && AddSteps(i); --i) {
-        }
-        return;
-    }
+    if (level == 0) return AddSteps(from, to);
     const int below = CurveIndex::StepsAt(level - 1);
-    for (int i = (to - 1) / below; i >= from / below; --i) FindSteps(level - 1, i, first, last);
+    for (int i = (to - 1) / below; i >= from / below; --i)
+        if (!FindSteps(level - 1, i, first, last)) return false;
+    return true;
 }
 
 bool CurvePainter::IsHidden(int level, int stretch) {
-    return std::all_of(m_Curves.begin(), m_Curves.end(), [&](Curve& curve) {
-        return curve.IsHidden(m_Cover, m_Index.RangeOf(level, stretch, curve.m_Value));
+    return std::all_of(m_Curves.begin(), m_Curves.end(), [&](const Curve& curve) {
+        const auto [top, bottom] =
+            curve.RowsOf(m_Index.RangeOf(level, stretch, static_cast<int>(curve.Value())));
+        return m_Cover.Holds(top, bottom);
     });
 }
 
-bool CurvePainter::AddSteps(int sample) {
-    bool hasFresh = false;
-    for (std::size_t i = m_Curves.size(); i-- > 0;) {
-        Curve& curve = m_Curves[i];
-        const std::uint32_t from = curve.ValueOf(At(sample));
-        const std::uint32_t to = curve.ValueOf(At(sample + 1));
-        if (from == to || curve.IsKnownHidden({std::min(from, to), std::max(from, to)})) continue;
-        const int fromRow = curve.RowOf(from);
-        const int toRow = curve.RowOf(to);
-        if (m_Cover.Add(fromRow, toRow)) {
-            hasFresh = true;
-            DrawFresh(i, fromRow, toRow);
-        }
-        curve.Remember(m_Cover, to, toRow);
-        curve.Remember(m_Cover, from, fromRow);
+bool CurvePainter::AddSteps(int first, int last) {
+    for (const Step& step : FindCandidates(first, last)) {
+        if (!m_Cover.Add(step.m_From, step.m_To)) continue;
+        DrawFresh(step);
+        if (IsAllHidden()) return false;
     }
-    return !hasFresh || !IsAllHidden();
+    return true;
 }
 
-void CurvePainter::DrawFresh(std::size_t curve, int fromRow, int toRow) {
+// A curve's later steps, which meet, cover all rows between the outermost ones they reach, but for
+// halves of these. A step that starts between those is not worth a closer look. Which ones are is
+// left to arithmetic: as a branch it would be guessed wrong most of the time.
+std::span<const CurvePainter::Step> CurvePainter::FindCandidates(int first, int last) {
+    const std::size_t count = m_Curves.size();
+    const auto steps = static_cast<std::size_t>(last - first);
+    m_Rows.resize((steps + 1) * count);
+    int* row = m_Rows.data();
+    for (int sample = first; sample <= last; ++sample)
+        for (const Curve& curve : m_Curves) *row++ = RowOf(sample, curve);
+    m_Hulls.clear();
+    for (std::size_t i = 0; i < count; ++i) {
+        const int lastRow = m_Rows[steps * count + i];
+        m_Hulls.push_back({lastRow, lastRow});
+    }
+    m_Candidates.resize(std::max(m_Candidates.size(), steps * count + 1));
+    std::size_t found = 0;
+    for (std::size_t step = steps; step-- > 0;) {
+        for (std::size_t i = count; i-- > 0;) {
+            const int from = m_Rows[step * count + i];
+            const int to = m_Rows[(step + 1) * count + i];
+            Hull& hull = m_Hulls[i];
+            m_Candidates[found] = {from, to, i};
+            const bool isBetween = (from > hull.m_Top) & (from < hull.m_Bottom);
+            found += static_cast<std::size_t>(!isBetween & (from != to));
+            hull = {std::min(hull.m_Top, from), std::max(hull.m_Bottom, from)};
+        }
+    }
+    return {m_Candidates.data(), found};
+}
+
+void CurvePainter::DrawFresh(const Step& step) {
     if (!m_HasWholeRows) {
-        m_Steps.push_back({fromRow, toRow, curve});
+        m_Steps.push_back(step);
         return;
     }
     for (const auto& [top, bottom] : m_Cover.Fresh()) {
         if (m_Tile) {
-            m_Tile->Fill(std::int64_t{m_X} - 1, top, std::int64_t{m_X} + 1, bottom, curve);
+            m_Tile->Fill(std::int64_t{m_X} - 1, top, std::int64_t{m_X} + 1, bottom, step.m_Curve);
         } else {
-            m_DC->FillSolidRect(m_X - 1, top, 2, bottom - top, m_Curves[curve].m_Color);
+            m_DC->FillSolidRect(m_X - 1, top, 2, bottom - top, m_Curves[step.m_Curve].Color());
         }
     }
 }

@@ -15,6 +15,7 @@ void CurveIndex::AddSamples(const McuJobList& list) {
     const std::vector<ExtraInfoRecord>& samples = list.m_ExtraInfos;
     std::vector<Range>& ranges = m_Levels.emplace_back();
     m_Times.Reserve(samples.size());
+    m_Samples.resize(samples.size() * m_Values);
     ranges.resize((samples.size() + kLeaf - 1) / kLeaf * m_Values);
     std::uint64_t before = 0;
     for (std::size_t i = 0; i < samples.size(); ++i) {
@@ -25,6 +26,7 @@ void CurveIndex::AddSamples(const McuJobList& list) {
         Range* range = &ranges[i / kLeaf * m_Values];
         for (std::size_t j = 0; j < count; ++j) {
             const auto value = static_cast<std::uint32_t>(samples[i].m_Values[j]);
+            m_Samples[i * m_Values + j] = value;
             range[j].Widen({value, value});
             if (i % kLeaf == 0 && i > 0) (range - m_Values)[j].Widen({value, value});
         }

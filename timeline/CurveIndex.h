@@ -9,8 +9,9 @@ class McuJobList;
 
 namespace vesk {
 
-// Least and greatest of every extra value over stretches of samples, so that a column's samples
-// need not be looked at one by one. Half a byte per value of a sample, and a little.
+// The extra values of all samples side by side, and the least and greatest of each over stretches
+// of samples, so that a column's samples need not be looked at one by one. Four and a half bytes
+// per value of a sample, and a little.
 class CurveIndex {
 public:
     struct Range {
@@ -27,6 +28,11 @@ public:
     // Whether the samples ascend in time, as they do after a read.
     bool IsAscending() const { return m_IsAscending; }
     const TimeBlocks& Times() const { return m_Times; }
+
+    // The values of a sample, as many as the log has; 0 for those that it lacks.
+    const std::uint32_t* ValuesAt(int sample) const {
+        return m_Samples.data() + static_cast<std::size_t>(sample) * m_Values;
+    }
 
     // --- Stretches -----------------------------------------------------------------------------
 
@@ -52,6 +58,7 @@ private:
     std::size_t m_Values;
     bool m_IsAscending = true;
     TimeBlocks m_Times;
+    std::vector<std::uint32_t> m_Samples;
     std::vector<std::vector<Range>> m_Levels;  // per stretch one of each value
 };
 
