@@ -3,6 +3,7 @@
 // word for each of their columns into a word for each of their rows.
 #include <algorithm>
 #include <array>
+#include <bit>
 
 #include "platform/Pixels.h"
 #include "platform/RasterSurface.h"
@@ -34,7 +35,20 @@ void SwapHalves(Square& square) {
     }
 }
 
+// Whether each word is eight cells of one kind.
+bool IsStriped(const Square& square) {
+    Word differences = 0;
+    for (const Word word : square) differences |= word ^ std::rotl(word, 8);
+    return differences == 0;
+}
+
 void Turn(Square& square) {
+    if (IsStriped(square)) {
+        Word row = 0;
+        for (std::size_t i = 0; i < square.size(); ++i) row |= (square[i] & 0xFF) << 8 * i;
+        square.fill(row);
+        return;
+    }
     SwapHalves<4, 0x00000000FFFFFFFF>(square);
     SwapHalves<2, 0x0000FFFF0000FFFF>(square);
     SwapHalves<1, 0x00FF00FF00FF00FF>(square);
@@ -137,16 +151,16 @@ void RasterSurface::PaintWhole(const CellPicture& picture, std::int64_t cellX, s
     const std::int64_t left = picture.m_Box.left + cellX * unit;
     const std::int64_t top = picture.m_Box.top + cellY * unit;
     std::uint32_t* row = m_Pixels.data() + top * m_Stride + left;
+    std::array<std::uint32_t, kSide> colors{};  // of the row above, as neighbours are mostly alike
+    Word colored = 0;
     for (const Word cells : square) {
         if (unit == 1 && !HasEmptyCell(cells)) {
-            row[0] = pixels[cells & 0xFF];
-            row[1] = pixels[cells >> 8 & 0xFF];
-            row[2] = pixels[cells >> 16 & 0xFF];
-            row[3] = pixels[cells >> 24 & 0xFF];
-            row[4] = pixels[cells >> 32 & 0xFF];
-            row[5] = pixels[cells >> 40 & 0xFF];
-            row[6] = pixels[cells >> 48 & 0xFF];
-            row[7] = pixels[cells >> 56];
+            if (cells != colored) {
+                for (std::int64_t i = 0; i < kSide; ++i)
+                    colors[static_cast<std::size_t>(i)] = pixels[CellAt(cells, i)];
+                colored = cells;
+            }
+            std::copy_n(colors.begin(), kSide, row);
             row += m_Stride;
             continue;
         }
