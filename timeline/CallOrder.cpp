@@ -5,16 +5,18 @@
 
 #include "log/Reserve.h"
 #include "platform/Prefetch.h"
+#include "timeline/NearSearch.h"
 #include "timeline/RecordOrder.h"
 
 namespace vesk {
 
 namespace {
 
-constexpr std::size_t kAtOnce = 8192;  // calls that are sorted together, within a near cache
-constexpr std::uint32_t kCrowd = 32;   // calls that are near enough for sorting one by one
-constexpr std::size_t kBlock = 32;     // calls for each word of a set
-constexpr std::size_t kStretch = 32;   // calls, at least
+constexpr std::size_t kAtOnce = 8192;   // calls that are sorted together, within a near cache
+constexpr std::uint32_t kCrowd = 32;    // calls that are near enough for sorting one by one
+constexpr std::size_t kBlock = 32;      // calls for each word of a set
+constexpr std::size_t kMostlyOpen = 4;  // calls
+constexpr std::size_t kStretch = 16;    // calls, at least
 
 bool StartsBefore(const TimedCall& a, const TimedCall& b) {
     return a.m_Start < b.m_Start;
@@ -176,42 +178,30 @@ void CallOrder::Collect(std::size_t first, std::size_t last, std::uint64_t* set)
     CollectCalls(lastBlock * m_Block, last, set);
 }
 
-// How many stretches begin no later. Doubling steps from an answer that is near, because a view is
-// looked at from left to right; then halving.
-std::size_t CallOrder::StretchesUpTo(std::uint64_t time, std::size_t near) const {
-    const auto begins = [&](std::size_t i) { return m_Stretches[i].m_Start <= time; };
-    std::size_t low = 0;
-    std::size_t high = m_Stretches.size();
-    if (near == 0 || begins(near - 1)) {
-        low = near;
-        for (std::size_t step = 1; low + step <= m_Stretches.size(); step *= 2) {
-            if (!begins(low + step - 1)) {
-                high = low + step - 1;
-                break;
-            }
-            low += step;
-        }
-    } else {
-        high = near - 1;
-    }
-    const auto found =
-        std::partition_point(m_Stretches.begin() + static_cast<std::ptrdiff_t>(low),
-                             m_Stretches.begin() + static_cast<std::ptrdiff_t>(high),
-                             [&](const Stretch& stretch) { return stretch.m_Start <= time; });
-    return static_cast<std::size_t>(found - m_Stretches.begin());
+std::size_t CallOrder::StretchesUpTo(std::uint64_t time, Walk& walk) const {
+    const auto count = static_cast<int>(m_Stretches.size());
+    const int at = FindNear({0, count, walk.m_At + walk.m_Pace}, [&](int i) {
+        return m_Stretches[static_cast<std::size_t>(i)].m_Start <= time;
+    });
+    walk = {at, at - walk.m_At};
+    return static_cast<std::size_t>(at);
 }
 
 void CallOrder::AskFor(std::uint64_t time) {
-    m_Ahead = StretchesUpTo(time, m_Ahead);
-    const std::size_t first = m_Ahead > 0 ? m_Stretches[m_Ahead - 1].m_Call : 0;
+    const std::size_t stretches = StretchesUpTo(time, m_Asked);
+    const std::size_t first = stretches > 0 ? m_Stretches[stretches - 1].m_Call : 0;
     const std::size_t last = std::min(first + kStretch, m_Calls.size());
-    for (std::size_t i = first; i < last; i += 2) Prefetch(&m_Calls[i]);
+    for (std::size_t i = first - std::min(first, kStretch / 2); i < last; i += 2)
+        Prefetch(&m_Calls[i]);
+    if (stretches == 0) return;
+    const std::size_t open = m_Stretches[stretches - 1].m_Open;
+    for (std::size_t i = open; i < std::min(open + kMostlyOpen, m_Open.size()); ++i)
+        Prefetch(&m_Long[m_Open[i]]);
 }
 
 std::size_t CallOrder::FindOpen(std::uint64_t begin, std::uint64_t end, std::vector<Open>& open) {
     open.clear();
-    m_Near = StretchesUpTo(begin, m_Near);
-    const std::size_t next = m_Near;
+    const std::size_t next = StretchesUpTo(begin, m_Found);
     std::size_t call = 0;
     if (next > 0) {
         const Stretch& stretch = m_Stretches[next - 1];

@@ -77,7 +77,14 @@ private:
     void NoteOpen();
     void NoteFunctions();
     void CollectCalls(std::size_t first, std::size_t last, std::uint64_t* set) const;
-    std::size_t StretchesUpTo(std::uint64_t time, std::size_t near) const;
+
+    // A place among the stretches that moves on in even steps, as a view is looked at from left to
+    // right.
+    struct Walk {
+        int m_At = 0;  // stretches that begin no later than the time asked for last
+        int m_Pace = 0;
+    };
+    std::size_t StretchesUpTo(std::uint64_t time, Walk&) const;
 
     bool m_IsAscending = true;
     std::vector<TimedCall> m_Calls;
@@ -87,8 +94,8 @@ private:
     std::vector<Stretch> m_Stretches;
     std::vector<std::uint32_t> m_Open;  // places in m_Long, stretch by stretch
     std::vector<LongCall> m_Long;
-    std::size_t m_Near = 0;   // stretches up to the one that was found last
-    std::size_t m_Ahead = 0;  // and up to the one that was asked for
+    Walk m_Found;
+    Walk m_Asked;
     MemoryAhead m_Memory;
     std::vector<TimedCall> m_Sorting;     // while building
     std::vector<std::uint32_t> m_Counts;  // the same

@@ -10,10 +10,11 @@ namespace vesk {
 
 namespace {
 
-constexpr std::size_t kAhead = 8;         // columns
+constexpr std::size_t kAhead = 12;        // columns
 constexpr std::size_t kManySlices = 6;    // more than a column needs
 constexpr int kFewJobs = 64;              // not worth a look at their names
 constexpr std::size_t kFewPieces = 4096;  // of a job, to be merged in a flat list
+constexpr int kCallLength = 8;            // jobs since which an open call mostly runs
 constexpr int kNoJob = -2;                // the call does not begin in a job
 
 }  // namespace
@@ -91,7 +92,8 @@ const std::vector<Slice>& SliceIndex::Show(const CallView& view, SliceTexts& tex
 // Asks for the memory of the jobs that AddColumn is going to look at.
 void SliceIndex::AskFor(const RecordColumn& column) const {
     const int last = std::min(column.m_Last, m_List.GetSize() - 1);
-    for (int job = std::max(column.m_Last - m_Enough - 1, column.m_First); job <= last; ++job)
+    const int jobs = m_Enough + kCallLength;
+    for (int job = std::max(column.m_Last - 1 - jobs, 0); job <= last; ++job)
         Prefetch(&JobAt(job).m_StartTime);
     m_Order.AskFor(m_View.m_Scale.TimeAt(std::min(column.m_X, INT32_MAX - 1) + 1));
 }

@@ -7,6 +7,7 @@
 
 #include "platform/Prefetch.h"
 #include "timeline/ColumnRuns.h"
+#include "timeline/NearSearch.h"
 #include "timeline/TimeScale.h"
 
 namespace vesk {
@@ -58,44 +59,13 @@ private:
         int m_Last;  // inclusive
     };
 
-    // The record looked for is one of [m_Low, m_High], most likely m_Near.
-    struct Guess {
-        int m_Low;
-        int m_High;
-        int m_Near;
-    };
-
     std::uint64_t StartOf(int block) const { return m_Starts[static_cast<std::size_t>(block)]; }
 
-    // The first of [low, high) that is not before; high if all are. Doubling steps from a guess,
-    // then halving.
-    template <class IsBefore>
-    static int Find(Guess guess, IsBefore isBefore) {
-        auto [low, high, near] = guess;
-        if (low >= high) return high;
-        near = std::clamp(near, low, high - 1);
-        int step = 1;
-        if (isBefore(near)) {
-            low = near + 1;
-            for (; step <= high - low && isBefore(low + step - 1); step *= 2) low += step;
-            high = step <= high - low ? low + step - 1 : high;
-        } else {
-            high = near;
-            for (; step <= high - low && !isBefore(high - step); step *= 2) high -= step;
-            low = step <= high - low ? high - step + 1 : low;
-        }
-        while (low < high) {
-            const int middle = low + (high - low) / 2;
-            (isBefore(middle) ? low : high) = isBefore(middle) ? middle + 1 : middle;
-        }
-        return low;
-    }
-
     // Records are taken to follow each other evenly within a block.
-    Guess GuessRecord(int first, int last, std::uint64_t time, int nearBlock) const {
+    NearPlace GuessRecord(int first, int last, std::uint64_t time, int nearBlock) const {
         const int lastBlock = (last - 1) / kBlock;
-        const int block = Find({first / kBlock + 1, lastBlock + 1, nearBlock},
-                               [&](int i) { return StartOf(i) < time; });
+        const int block = FindNear({first / kBlock + 1, lastBlock + 1, nearBlock},
+                                   [&](int i) { return StartOf(i) < time; });
         const int before = (block - 1) * kBlock;
         const int low = std::max(first, before);
         if (block > lastBlock) return {low, last, low};
@@ -106,8 +76,8 @@ private:
     }
 
     template <class Start>
-    static int FindRecord(const Guess& guess, std::uint64_t time, Start start) {
-        return Find(guess, [&](int i) { return start(i) < time; });
+    static int FindRecord(const NearPlace& guess, std::uint64_t time, Start start) {
+        return FindNear(guess, [&](int i) { return start(i) < time; });
     }
 
     // Many records a column: several ends are guessed and asked for before the first is looked at.
@@ -115,7 +85,7 @@ private:
     void FindDense(const TimeScale& scale, int first, int last, const Columns& columns, Start start,
                    std::vector<ColumnRun>& runs) const {
         std::array<std::uint64_t, kAhead> times;
-        std::array<Guess, kAhead> guesses;
+        std::array<NearPlace, kAhead> guesses;
         const int pace = (last - first) / (columns.m_Last - columns.m_First + 1) / kBlock;
         int block = first / kBlock;
         for (int x = columns.m_First; x <= columns.m_Last; x += kAhead) {
@@ -125,9 +95,13 @@ private:
                 times[at] = scale.FirstTimeAt(std::int64_t{x} + i + 1);
                 guesses[at] = GuessRecord(first, last, times[at], block + pace);
                 block = guesses[at].m_Low / kBlock;
-                Prefetch(&start(std::min(guesses[at].m_Near, last - 1)));
-                Prefetch(&start(std::clamp(guesses[at].m_Near - 1, first, last - 1)));
             }
+            // All at once: each of them may have to wait for the page that it is on.
+            for (int i = 0; i < count; ++i)
+                Prefetch(&start(std::min(guesses[static_cast<std::size_t>(i)].m_Near, last - 1)));
+            for (int i = 0; i < count; ++i)
+                Prefetch(&start(
+                    std::clamp(guesses[static_cast<std::size_t>(i)].m_Near - 1, first, last - 1)));
             for (int i = 0; i < count; ++i) {
                 const auto at = static_cast<std::size_t>(i);
                 const int end = FindRecord(guesses[at], times[at], start);
