@@ -1,5 +1,7 @@
 // The stepped curves of the extra values.
 #include <algorithm>
+#include <array>
+#include <bit>
 #include <climits>
 #include <deque>
 #include <optional>
@@ -81,10 +83,8 @@ std::pair<std::int64_t, std::int64_t> Curve::RowsOf(const CurveIndex::Range& ran
 // Draws samples with their steps to the next one.
 class CurvePainter {
 public:
-    CurvePainter(CDC* dc, const Samples& samples, const CurveIndex& index, const TimeScale& scale,
-                 std::uint64_t visible)
+    CurvePainter(CDC* dc, const CurveIndex& index, const TimeScale& scale, std::uint64_t visible)
         : m_DC(dc),
-          m_Samples(samples),
           m_Index(index),
           m_Scale(scale),
           m_End(scale.m_Offset + visible),
@@ -109,16 +109,14 @@ private:
         int m_To;
         std::size_t m_Curve;
     };
-    // All rows that a curve has been on from some sample to the last one that was looked at.
-    struct Hull {
-        int m_Top;
-        int m_Bottom;
+    // The rows of a curve at up to a stretch of steps and behind the last one, and which of them
+    // are worth a closer look.
+    struct Chain {
+        std::array<int, CurveIndex::StepsAt(0) + 1> m_Rows;
+        std::uint32_t m_WorthIt;
     };
 
     static StrokeCover PaintedRows(const CDC&);
-    const ExtraInfoRecord& At(int sample) const {
-        return m_Samples[static_cast<std::size_t>(sample)];
-    }
     int RowOf(int sample, const Curve& curve) const {
         return curve.RowOf(m_Index.ValuesAt(sample)[curve.Value()]);
     }
@@ -131,10 +129,10 @@ private:
     bool FindSteps(int level, int stretch, int first, int last);
     bool AddSteps(int first, int last);
     std::span<const Step> FindCandidates(int first, int last);
+    void FindChain(const Curve&, int first, std::size_t steps, Chain&) const;
     void DrawFresh(const Step&);
 
     CDC* m_DC;
-    const Samples& m_Samples;
     const CurveIndex& m_Index;
     const TimeScale m_Scale;
     const std::uint64_t m_End;
@@ -151,8 +149,7 @@ private:
     int m_X = 0;
     std::vector<Step> m_Steps;  // of one column, the last one first
     // Of a few steps at a time, reused.
-    std::vector<int> m_Rows;
-    std::vector<Hull> m_Hulls;
+    std::vector<Chain> m_Chains;
     std::vector<Step> m_Candidates;
 };
 
@@ -172,17 +169,17 @@ void CurvePainter::Add(const Curve& curve) {
 
 void CurvePainter::UseTile() {
     if (!m_HasWholeRows || m_Curves.size() > vesk::StrokeTile::kMostColors) return;
-    m_Tile.emplace(m_DC);
+    m_Tile.emplace(m_DC, m_AllTop - 1, m_AllBottom + 1);
     for (const Curve& curve : m_Curves) m_Tile->AddColor(curve.Color());
 }
 
 bool CurvePainter::Draw(int sample) {
-    const std::int64_t pixel = m_Scale.PixelAt(At(sample).m_Time);
+    const std::int64_t pixel = m_Scale.PixelAt(m_Index.TimeAt(sample));
     if (pixel < 0 || pixel > INT32_MAX) return false;
-    if (static_cast<std::size_t>(sample) + 1 == m_Samples.size()) return true;
-    const ExtraInfoRecord& next = At(sample + 1);
-    const std::int64_t nextX = m_Scale.PixelAt(next.m_Time);
-    const bool isInside = next.m_Time <= m_End && nextX >= 0 && nextX <= INT32_MAX;
+    if (sample + 1 == m_Index.Times().Count()) return true;
+    const std::uint64_t next = m_Index.TimeAt(sample + 1);
+    const std::int64_t nextX = m_Scale.PixelAt(next);
+    const bool isInside = next <= m_End && nextX >= 0 && nextX <= INT32_MAX;
     const int to = vesk::ToCoordinate(isInside ? nextX : m_EndX);
     for (std::size_t i = 0; i < m_Curves.size(); ++i) {
         const Curve& curve = m_Curves[i];
@@ -219,9 +216,8 @@ void CurvePainter::DrawColumns(const std::vector<ColumnRun>& columns) {
 // The last samples of a column, from the one behind it on.
 void CurvePainter::Prefetch(const ColumnRun& column) const {
     constexpr auto kValuesOfLine = static_cast<std::ptrdiff_t>(64 / sizeof(std::uint32_t));
-    vesk::Prefetch(&At(column.m_Last - 1).m_Time);
-    if (static_cast<std::size_t>(column.m_Last) < m_Samples.size())
-        vesk::Prefetch(&At(column.m_Last).m_Time);
+    vesk::Prefetch(&m_Index.TimeAt(column.m_Last - 1));
+    if (column.m_Last < m_Index.Times().Count()) vesk::Prefetch(&m_Index.TimeAt(column.m_Last));
     const std::uint32_t* const first =
         m_Index.ValuesAt(std::max(column.m_First, column.m_Last - 1 - kLikelySteps));
     const std::uint32_t* const last = m_Index.ValuesAt(column.m_Last);
@@ -231,7 +227,7 @@ void CurvePainter::Prefetch(const ColumnRun& column) const {
 
 void CurvePainter::DrawColumn(const ColumnRun& column) {
     const int last = column.m_Last - 1;
-    if (At(last).m_Time <= m_End) {
+    if (m_Index.TimeAt(last) <= m_End) {
         DrawSteps(column.m_X, column.m_First, last);
         Draw(last);
     } else {
@@ -296,31 +292,44 @@ bool CurvePainter::AddSteps(int first, int last) {
 // halves of these. A step that starts between those is not worth a closer look. Which ones are is
 // left to arithmetic: as a branch it would be guessed wrong most of the time.
 std::span<const CurvePainter::Step> CurvePainter::FindCandidates(int first, int last) {
-    const std::size_t count = m_Curves.size();
     const auto steps = static_cast<std::size_t>(last - first);
-    m_Rows.resize((steps + 1) * count);
-    int* row = m_Rows.data();
-    for (int sample = first; sample <= last; ++sample)
-        for (const Curve& curve : m_Curves) *row++ = RowOf(sample, curve);
-    m_Hulls.clear();
+    const std::size_t count = m_Curves.size();
+    m_Chains.resize(count);
+    std::uint32_t worthIt = 0;
     for (std::size_t i = 0; i < count; ++i) {
-        const int lastRow = m_Rows[steps * count + i];
-        m_Hulls.push_back({lastRow, lastRow});
+        FindChain(m_Curves[i], first, steps, m_Chains[i]);
+        worthIt |= m_Chains[i].m_WorthIt;
     }
     m_Candidates.resize(std::max(m_Candidates.size(), steps * count + 1));
     std::size_t found = 0;
-    for (std::size_t step = steps; step-- > 0;) {
+    for (; worthIt != 0; worthIt &= ~std::bit_floor(worthIt)) {
+        const auto step = static_cast<std::size_t>(std::bit_width(worthIt) - 1);
         for (std::size_t i = count; i-- > 0;) {
-            const int from = m_Rows[step * count + i];
-            const int to = m_Rows[(step + 1) * count + i];
-            Hull& hull = m_Hulls[i];
-            m_Candidates[found] = {from, to, i};
-            const bool isBetween = (from > hull.m_Top) & (from < hull.m_Bottom);
-            found += static_cast<std::size_t>(!isBetween & (from != to));
-            hull = {std::min(hull.m_Top, from), std::max(hull.m_Bottom, from)};
+            const Chain& chain = m_Chains[i];
+            m_Candidates[found] = {chain.m_Rows[step], chain.m_Rows[step + 1], i};
+            found += chain.m_WorthIt >> step & 1;
         }
     }
     return {m_Candidates.data(), found};
+}
+
+void CurvePainter::FindChain(const Curve& curve, int first, std::size_t steps, Chain& chain) const {
+    const std::uint32_t* value = m_Index.ValuesAt(first + static_cast<int>(steps)) + curve.Value();
+    int to = curve.RowOf(*value);
+    int top = to;
+    int bottom = to;
+    chain.m_Rows[steps] = to;
+    chain.m_WorthIt = 0;
+    for (std::size_t step = steps; step-- > 0;) {
+        value -= m_Index.Values();
+        const int from = curve.RowOf(*value);
+        chain.m_Rows[step] = from;
+        const bool isBetween = (from > top) & (from < bottom);
+        chain.m_WorthIt |= static_cast<std::uint32_t>(!isBetween & (from != to)) << step;
+        top = std::min(top, from);
+        bottom = std::max(bottom, from);
+        to = from;
+    }
 }
 
 void CurvePainter::DrawFresh(const Step& step) {
@@ -372,7 +381,7 @@ void CMcuView::DrawExtraInfo(CDC* dc, int, int left, int) {
     const vesk::SavedDrawing saved(dc);
     const TimeScale scale{m_TimeOffset, m_PixelsPerQbit, left};
     const CurveIndex& index = Index().Curves();
-    CurvePainter painter(dc, samples, index, scale, m_VisibleQbits);
+    CurvePainter painter(dc, index, scale, m_VisibleQbits);
     for (int j = 0; j < list.m_ExtraInfoNum; ++j) {
         const auto at = static_cast<std::size_t>(j);
         if (at >= m_ExtraShown.size() || !m_ExtraShown[at]) continue;
@@ -382,9 +391,7 @@ void CMcuView::DrawExtraInfo(CDC* dc, int, int left, int) {
                      static_cast<std::uint32_t>(list.m_ExtraMax[at]), color});
     }
     int first = m_ExtraFirst;
-    const auto timeOf = [&](int i) -> const std::uint64_t& {
-        return samples[static_cast<std::size_t>(i)].m_Time;
-    };
+    const auto timeOf = [&](int i) -> const std::uint64_t& { return index.TimeAt(i); };
     const bool byColumns = index.IsAscending() && CanHideSteps(*dc);
     while (first < m_ExtraLast && (!byColumns || timeOf(first) < m_TimeOffset))
         if (!painter.Draw(first++)) return;

@@ -9,9 +9,9 @@ class McuJobList;
 
 namespace vesk {
 
-// The extra values of all samples side by side, and the least and greatest of each over stretches
-// of samples, so that a column's samples need not be looked at one by one. Four and a half bytes
-// per value of a sample, and a little.
+// Times and extra values of all samples side by side, and the least and greatest of each value over
+// stretches of samples, so that a column's samples need not be looked at one by one. Eight and a
+// half bytes a sample, and four and a half for each of its values.
 class CurveIndex {
 public:
     struct Range {
@@ -28,8 +28,12 @@ public:
     // Whether the samples ascend in time, as they do after a read.
     bool IsAscending() const { return m_IsAscending; }
     const TimeBlocks& Times() const { return m_Times; }
+    const std::uint64_t& TimeAt(int sample) const {
+        return m_Starts[static_cast<std::size_t>(sample)];
+    }
 
-    // The values of a sample, as many as the log has; 0 for those that it lacks.
+    std::size_t Values() const { return m_Values; }  // of a sample
+    // The values of a sample; 0 for those that it lacks.
     const std::uint32_t* ValuesAt(int sample) const {
         return m_Samples.data() + static_cast<std::size_t>(sample) * m_Values;
     }
@@ -58,7 +62,8 @@ private:
     std::size_t m_Values;
     bool m_IsAscending = true;
     TimeBlocks m_Times;
-    std::vector<std::uint32_t> m_Samples;
+    std::vector<std::uint64_t> m_Starts;       // of all samples
+    std::vector<std::uint32_t> m_Samples;      // their values
     std::vector<std::vector<Range>> m_Levels;  // per stretch one of each value
 };
 

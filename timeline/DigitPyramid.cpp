@@ -55,9 +55,11 @@ int DigitPyramid::FirstAtMost(int first, int last, int digits) const {
 }
 
 bool DigitPyramid::HasAtMost(int first, int last, int digits) const {
+    constexpr int kFewGroups = 16;
     const int group = (first + kGroup - 1) / kGroup;
-    if (group < last / kGroup && m_Levels[0][static_cast<std::size_t>(group)] <= digits)
-        return true;
+    const int end = std::min(last / kGroup, group + kFewGroups);
+    for (int i = group; i < end; ++i)
+        if (m_Levels[0][static_cast<std::size_t>(i)] <= digits) return true;
     return FirstAtMost(first, last, digits) < last;
 }
 

@@ -41,13 +41,4 @@ void StrokeCover::NoteFresh(std::int64_t first, std::int64_t last) {
     if (top < bottom) m_Fresh.push_back({top, bottom});
 }
 
-bool StrokeCover::HoldsHalves(std::int64_t first, std::int64_t last) const {
-    first = std::max(first, m_First);
-    last = std::min(last, m_Last);
-    return first >= last ||
-           std::any_of(m_Solid.begin(), m_Solid.end(), [&](const Stretch& stretch) {
-               return first >= stretch.m_First && last <= stretch.m_Last;
-           });
-}
-
 }  // namespace vesk

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <algorithm>
 #include <cstdint>
 #include <vector>
 
@@ -29,7 +30,8 @@ public:
     const std::vector<Rows>& Fresh() const { return m_Fresh; }
     // Whether any stroke between two rows is covered.
     bool Holds(std::int64_t top, std::int64_t bottom) const {
-        return top == bottom || HoldsHalves(2 * top, 2 * bottom + 1);
+        return top == bottom ||
+               HoldsHalves(std::max(2 * top, m_First), std::min(2 * bottom + 1, m_Last));
     }
 
 private:
@@ -39,7 +41,12 @@ private:
         std::int64_t m_Last;
     };
 
-    bool HoldsHalves(std::int64_t first, std::int64_t last) const;
+    // Within the rows that are painted.
+    bool HoldsHalves(std::int64_t first, std::int64_t last) const {
+        for (const Stretch& stretch : m_Solid)
+            if (first >= stretch.m_First && last <= stretch.m_Last) return true;
+        return first >= last;
+    }
     void NoteFresh(std::int64_t first, std::int64_t last);
 
     std::int64_t m_First;  // half rows

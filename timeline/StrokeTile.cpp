@@ -6,11 +6,11 @@
 
 namespace vesk {
 
-StrokeTile::StrokeTile(CDC* dc) : m_DC(dc) {
+StrokeTile::StrokeTile(CDC* dc, std::int64_t top, std::int64_t bottom) : m_DC(dc) {
     CRect box;
     dc->GetClipBox(&box);
-    m_Top = box.top;
-    m_Bottom = std::max(box.top, box.bottom);
+    m_Top = ToCoordinate(std::max<std::int64_t>(box.top, top));
+    m_Bottom = std::max(m_Top, ToCoordinate(std::min<std::int64_t>(box.bottom, bottom)));
     // An odd number of lines, so that the cells of a row do not compete for the same places of the
     // cache. Rows beyond the clip are not painted.
     m_Height = ((m_Bottom - m_Top + kLine - 1) / kLine | 1) * kLine;

@@ -17,7 +17,8 @@ class StrokeTile {
 public:
     static constexpr int kMostColors = 255;
 
-    explicit StrokeTile(CDC*);
+    // Only rows [top, bottom) are painted.
+    StrokeTile(CDC*, std::int64_t top, std::int64_t bottom);
 
     // A colour gets the number that areas name it by; at most kMostColors of them.
     void AddColor(COLORREF color) { m_Palette.push_back(color); }
