@@ -6,9 +6,11 @@
 
 #include <cstdio>
 #include <ctime>
+#include <deque>
 #include <functional>
 #include <map>
 #include <memory>
+#include <span>
 #include <string>
 
 #include "host/VESKUIDoc.h"
@@ -19,6 +21,7 @@
 #include "timeline/CMcuView.h"
 #include "timeline/CurveIndex.h"
 #include "timeline/JobStripIndex.h"
+#include "timeline/TimelineIndex.h"
 
 namespace {
 
@@ -299,7 +302,11 @@ void RegisterBuilds(int jobs) {
             [=](benchmark::State& state) { RunBuild(state, jobs, build); })
             ->Unit(benchmark::kMillisecond);
     };
-    add("jobs", [](const McuJobList& list) { return std::make_unique<vesk::JobStripIndex>(list); });
+    add("jobs", [](const McuJobList& list) {
+        auto index = std::make_unique<vesk::TimelineIndex>(list);
+        index->Jobs();
+        return index;
+    });
     add("marks", [](const McuJobList& list) {
         return std::make_unique<vesk::JobStripIndex>(list.m_SourceMarks);
     });
@@ -320,6 +327,26 @@ void RegisterStep(const Case& what, OUTLOOKTYPE outlook, int jobs) {
     })->Unit(benchmark::kMillisecond);
 }
 
+// Each step of a paint by itself, of the same view and after a scroll step.
+void RegisterParts(std::span<const Case> parts, OUTLOOKTYPE outlook, int jobs) {
+    static std::deque<std::string> names;
+    static std::deque<Case> scrolled;
+    for (const Case& part : parts) {
+        RegisterStep(part, outlook, jobs);
+        names.push_back(std::string("scrolled ") + part.m_Name);
+        const auto prepare = [&part](Window& window) {
+            if (part.m_Prepare) part.m_Prepare(window);
+            ZoomIn(window);
+        };
+        const auto step = [&part](Window& window) {
+            ScrollOn(window);
+            part.m_Step(window);
+        };
+        scrolled.push_back({names.back().c_str(), prepare, step});
+        RegisterStep(scrolled.back(), outlook, jobs);
+    }
+}
+
 void Register(int jobs) {
     RegisterBuilds(jobs);
     for (const OUTLOOKTYPE outlook : {OUTLOOK_PURE, OUTLOOK_RELATIVE}) {
@@ -331,8 +358,8 @@ void Register(int jobs) {
             ->Unit(benchmark::kMillisecond)
             ->Iterations(3);
     }
-    for (const Case& what : kPureSteps) RegisterStep(what, OUTLOOK_PURE, jobs);
-    for (const Case& what : kRelativeSteps) RegisterStep(what, OUTLOOK_RELATIVE, jobs);
+    RegisterParts(kPureSteps, OUTLOOK_PURE, jobs);
+    RegisterParts(kRelativeSteps, OUTLOOK_RELATIVE, jobs);
 }
 
 void PrintRatios() {
