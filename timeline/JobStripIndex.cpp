@@ -34,19 +34,27 @@ bool JobStripIndex::Show(const TimeScale& scale, int first, int last) {
     m_First = first;
     m_Last = last;
     m_Leading = m_Order.FindColumns(scale, first, last, m_Columns);
-    CollectNames();
+    FindLastNames();
+    m_Sets.clear();
     return true;
 }
 
-void JobStripIndex::CollectNames() {
-    m_Sets.assign(m_Columns.size() * m_Names.Words(), 0);
+void JobStripIndex::FindLastNames() {
     m_LastNames.resize(m_Columns.size());
+    for (std::size_t i = 0; i < m_Columns.size(); ++i) {
+        const RecordColumn& ahead = m_Columns[std::min(i + kAhead, m_Columns.size() - 1)];
+        m_Names.Prefetch(ahead.m_Last - 1);
+        m_LastNames[i] = m_Names.At(m_Columns[i].m_Last - 1);
+    }
+}
+
+void JobStripIndex::CollectNames() const {
+    m_Sets.assign(m_Columns.size() * m_Names.Words(), 0);
     for (std::size_t i = 0; i < m_Columns.size(); ++i) {
         const RecordColumn& ahead = m_Columns[std::min(i + kAhead, m_Columns.size() - 1)];
         m_Names.Prefetch(ahead.m_First, ahead.m_Last);
         m_Names.Collect(m_Columns[i].m_First, m_Columns[i].m_Last - 1,
                         &m_Sets[i * m_Names.Words()]);
-        m_LastNames[i] = m_Names.At(m_Columns[i].m_Last - 1);
     }
 }
 

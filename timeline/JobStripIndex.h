@@ -33,8 +33,10 @@ public:
     // Records at the front that belong to no column and are to be looked at one by one.
     int Leading() const { return m_Leading; }
     const std::vector<RecordColumn>& Columns() const { return m_Columns; }
-    // Whether a record of the column has the name, its last record left out.
+    // Whether a record of the column has the name, its last record left out. The first question
+    // about a view finds the names of all columns.
     bool HasBeforeLast(std::size_t column, int name) const {
+        if (m_Sets.empty()) CollectNames();
         const auto bit = static_cast<std::size_t>(name);
         return (m_Sets[column * m_Names.Words() + bit / 64] >> bit % 64 & 1) != 0;
     }
@@ -43,7 +45,8 @@ public:
     int LastName(std::size_t column) const { return m_LastNames[column]; }
 
 private:
-    void CollectNames();
+    void FindLastNames();
+    void CollectNames() const;
 
     const std::vector<McuJob>& m_Records;
     RecordOrder m_Order;
@@ -53,7 +56,7 @@ private:
     int m_Last = 0;
     int m_Leading = 0;
     std::vector<RecordColumn> m_Columns;
-    std::vector<std::uint64_t> m_Sets;  // one per column
+    mutable std::vector<std::uint64_t> m_Sets;  // one per column, or none yet
     std::vector<int> m_LastNames;
 };
 

@@ -6,7 +6,6 @@
 #include <functional>
 
 #include "log/HashSeed.h"
-#include "platform/Prefetch.h"
 
 namespace vesk {
 

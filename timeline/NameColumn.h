@@ -8,6 +8,7 @@
 #include <vector>
 
 #include "log/McuJob.h"
+#include "platform/Prefetch.h"
 #include "timeline/Pyramid.h"
 
 namespace vesk {
@@ -38,7 +39,12 @@ public:
     std::size_t Words() const { return m_Words; }
     // Adds the names of records [first, last) to a set.
     void Collect(int first, int last, std::uint64_t* set) const;
-    // Asks for the memory that Collect is going to read.
+    // Asks for the memory that At is going to read.
+    void Prefetch(int record) const {
+        for (const std::vector<std::uint8_t>& plane : m_Planes)
+            vesk::Prefetch(&plane[static_cast<std::size_t>(record)]);
+    }
+    // The same for Collect.
     void Prefetch(int first, int last) const;
 
     // The set of the names that fit.
