@@ -32,7 +32,7 @@ namespace {
 using Samples = std::vector<ExtraInfoRecord>;
 
 constexpr std::size_t kAhead = 6;  // columns
-constexpr int kLikelySteps = 12;   // so many of a column are mostly enough to cover all others
+constexpr int kLikelySteps = 16;   // so many of a column are mostly enough to cover all others
 
 // One value's curve: its colour, and the row that a value lies on.
 class Curve {

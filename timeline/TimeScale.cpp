@@ -7,11 +7,6 @@ namespace vesk {
 namespace {
 
 constexpr std::uint64_t kLastTime = std::numeric_limits<std::uint64_t>::max();
-constexpr std::int64_t kLastPixel = std::numeric_limits<std::int64_t>::max();
-
-std::int64_t Truncate(double pixels) {
-    return pixels < 0x1p63 ? static_cast<std::int64_t>(pixels) : kLastPixel;
-}
 
 std::uint64_t ToSpan(double qbits, std::uint64_t most) {
     if (!(qbits > 0)) return 0;
@@ -19,15 +14,6 @@ std::uint64_t ToSpan(double qbits, std::uint64_t most) {
 }
 
 }  // namespace
-
-std::int64_t TimeScale::PixelAt(std::uint64_t time) const {
-    const std::uint64_t span = time > m_Offset ? time - m_Offset : 0;
-    return Truncate(m_Left + static_cast<double>(span) * m_PixelsPerQbit);
-}
-
-std::int64_t TimeScale::Length(std::uint64_t qbits) const {
-    return Truncate(static_cast<double>(qbits) * m_PixelsPerQbit);
-}
 
 std::uint64_t TimeScale::TimeAt(int x) const {
     const double span = (static_cast<double>(x) - m_Left) / m_PixelsPerQbit;

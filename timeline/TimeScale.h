@@ -14,10 +14,15 @@ struct TimeScale {
     // x of a time; a time before the edge lies on it. 64 bits, because late times of a long log
     // stand far right of any canvas: compare first, narrow afterwards. Products past 2^63 stop at
     // the greatest value.
-    std::int64_t PixelAt(std::uint64_t time) const;
+    std::int64_t PixelAt(std::uint64_t time) const {
+        const std::uint64_t span = time > m_Offset ? time - m_Offset : 0;
+        return Truncate(m_Left + static_cast<double>(span) * m_PixelsPerQbit);
+    }
 
     // Length in pixels of a span of time.
-    std::int64_t Length(std::uint64_t qbits) const;
+    std::int64_t Length(std::uint64_t qbits) const {
+        return Truncate(static_cast<double>(qbits) * m_PixelsPerQbit);
+    }
 
     // Time under a pixel; left of the edge, that of the edge.
     std::uint64_t TimeAt(int x) const;
@@ -28,6 +33,11 @@ struct TimeScale {
     std::uint64_t FirstTimeAt(std::int64_t x) const;
 
     friend bool operator==(const TimeScale&, const TimeScale&) = default;
+
+private:
+    static std::int64_t Truncate(double pixels) {
+        return pixels < 0x1p63 ? static_cast<std::int64_t>(pixels) : INT64_MAX;
+    }
 };
 
 }  // namespace vesk
