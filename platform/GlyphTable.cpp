@@ -1,6 +1,5 @@
 #include "platform/GlyphTable.h"
 
-#include <algorithm>
 #include <cstddef>
 
 namespace vesk {
@@ -8,19 +7,18 @@ namespace vesk {
 namespace {
 
 // Most of the box around a full stop is empty.
-GlyphMask WithoutEmptyRows(GlyphMask mask) {
-    const auto isEmpty = [&](int row) {
-        const std::uint8_t* const first = mask.m_Coverage + std::ptrdiff_t{row} * mask.m_Width;
-        return std::all_of(first, first + mask.m_Width,
-                           [](std::uint8_t share) { return share == 0; });
-    };
-    while (mask.m_Height > 0 && isEmpty(mask.m_Height - 1)) --mask.m_Height;
-    while (mask.m_Height > 0 && isEmpty(0)) {
-        mask.m_Coverage += mask.m_Width;
-        --mask.m_Height;
-        ++mask.m_OffsetY;
-    }
-    return mask;
+void CutToInk(GlyphMask& mask) {
+    const int stride = mask.m_Width;
+    const std::uint8_t* const all = mask.m_Coverage;
+    CRect ink;
+    for (int y = 0; y < mask.m_Height; ++y)
+        for (int x = 0; x < stride; ++x)
+            if (all[std::ptrdiff_t{y} * stride + x] != 0) ink.UnionRect(ink, {x, y, x + 1, y + 1});
+    mask.m_Coverage += std::ptrdiff_t{ink.top} * stride + ink.left;
+    mask.m_OffsetX += ink.left;
+    mask.m_OffsetY += ink.top;
+    mask.m_Width = ink.Width();
+    mask.m_Height = ink.Height();
 }
 
 }  // namespace
@@ -29,8 +27,10 @@ GlyphTable::GlyphTable(const GlyphSource& source, double scale)
     : m_Source(source), m_Height(source.Height()) {
     for (int i = 0; i < 256; ++i) {
         const auto character = static_cast<std::uint8_t>(i);
-        const GlyphMask mask = WithoutEmptyRows(source.Mask(character, scale));
-        m_Entries[character] = {mask, source.DeviceAdvance(character, scale),
+        GlyphMask mask = source.Mask(character, scale);
+        const int stride = mask.m_Width;
+        CutToInk(mask);
+        m_Entries[character] = {mask, stride, source.DeviceAdvance(character, scale),
                                 source.Advance(character)};
         m_Ink.UnionRect(m_Ink, {mask.m_OffsetX, mask.m_OffsetY, mask.m_OffsetX + mask.m_Width,
                                 mask.m_OffsetY + mask.m_Height});

@@ -12,7 +12,8 @@ namespace vesk {
 class GlyphTable {
 public:
     struct Entry {
-        GlyphMask m_Mask;
+        GlyphMask m_Mask;  // of the ink alone
+        int m_Stride = 0;  // bytes from one of its rows to the next
         int m_DeviceAdvance = 0;
         int m_Advance = 0;  // logical
     };

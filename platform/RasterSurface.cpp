@@ -233,24 +233,25 @@ const GlyphSource& RasterSurface::Glyphs() const {
 void RasterSurface::Text(CPoint at, std::string_view text, COLORREF color) {
     const GlyphTable& glyphs = m_Shared->m_Glyphs;
     const CRect& ink = glyphs.Ink();
+    const std::uint32_t pixel = PixelOf(color);
     auto [x, y] = At(at.x, at.y);
     if (y + ink.top >= m_Clip.bottom || y + ink.bottom <= m_Clip.top) return;
     for (const char character : text) {
         if (x + ink.left >= m_Clip.right) return;
         const GlyphTable::Entry& glyph = glyphs[character];
-        if (x + ink.right > m_Clip.left) Blend(glyph.m_Mask, x, y, PixelOf(color));
+        if (x + ink.right > m_Clip.left) Blend(glyph.m_Mask, glyph.m_Stride, x, y, pixel);
         x += glyph.m_DeviceAdvance;
     }
 }
 
-void RasterSurface::Blend(const GlyphMask& mask, std::int64_t x, std::int64_t y,
+void RasterSurface::Blend(const GlyphMask& mask, int stride, std::int64_t x, std::int64_t y,
                           std::uint32_t pixel) {
     const std::int64_t left = x + mask.m_OffsetX;
     const std::int64_t top = y + mask.m_OffsetY;
     const DeviceRect cut = Cut({left, top, left + mask.m_Width, top + mask.m_Height});
     if (cut.Empty()) return;
     for (std::int64_t row = cut.top; row < cut.bottom; ++row) {
-        const std::uint8_t* coverage = mask.m_Coverage + (row - top) * mask.m_Width;
+        const std::uint8_t* coverage = mask.m_Coverage + (row - top) * stride;
         std::uint32_t* pixels = m_Pixels.data() + row * m_Stride;
         for (std::int64_t column = cut.left; column < cut.right; ++column) {
             const std::uint8_t share = coverage[column - left];

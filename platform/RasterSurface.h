@@ -93,7 +93,7 @@ private:
                     std::uint64_t cells);
     void PaintWhole(const CellPicture&, std::int64_t cellX, std::int64_t cellY,
                     const std::array<std::uint64_t, 8>& square);
-    void Blend(const GlyphMask&, std::int64_t x, std::int64_t y, std::uint32_t pixel);
+    void Blend(const GlyphMask&, int stride, std::int64_t x, std::int64_t y, std::uint32_t pixel);
 
     std::shared_ptr<Shared> m_Shared;  // with all surfaces made from this one
     double m_Scale = 1.0;
