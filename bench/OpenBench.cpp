@@ -12,41 +12,12 @@
 #include <string>
 
 #include "bench/BenchLog.h"
-#include "host/VESKUIDoc.h"
+#include "bench/BenchWindow.h"
 #include "host/VESK_DLL_Shared_Data_T.h"
 #include "log/McuJobList.h"
-#include "platform/CDC.h"
-#include "platform/RasterSurface.h"
-#include "timeline/CMcuView.h"
 
 namespace vesk {
 namespace {
-
-constexpr CSize kScreen{1920, 1080};
-const FixedGlyphs kGlyphs;
-
-// A view on the log that was read, with all of it in sight.
-class Window {
-public:
-    explicit Window(OUTLOOKTYPE outlook) : m_Screen(kScreen, kGlyphs), m_Context(&m_Screen) {
-        m_View.MoveWindow(0, 0, kScreen.cx, kScreen.cy);
-        m_View.OnCreate();
-        m_View.OnSize(SIZE_RESTORED, kScreen.cx, kScreen.cy);
-        m_View.m_Outlook = outlook;
-        const auto end = static_cast<double>(vesk_dll_shared_data.m_pJobList->m_EndTime);
-        m_View.m_ZoomRatio = static_cast<float>(m_View.m_CanvasWidth / end / m_View.m_BaseScale);
-        m_View.Zoom();
-    }
-
-    CMcuView& View() { return m_View; }
-    CDC* Context() { return &m_Context; }
-
-private:
-    VESKUIDoc m_Document;
-    CMcuView m_View;
-    RasterSurface m_Screen;
-    CDC m_Context;
-};
 
 double TimeOf(const std::function<void()>& step) {
     const double start = ProcessorTime();
@@ -55,8 +26,8 @@ double TimeOf(const std::function<void()>& step) {
 }
 
 double FirstPaint(OUTLOOKTYPE outlook) {
-    auto window = std::make_unique<Window>(outlook);
-    return TimeOf([&] { window->View().OnDraw(window->Context()); });
+    auto window = std::make_unique<BenchWindow>(outlook);
+    return TimeOf([&] { window->Paint(); });
 }
 
 void Drop(McuJobList& list) {
@@ -109,7 +80,7 @@ void OpenInParts(benchmark::State& state, const SimulatorOptions& options) {
         {"rest_ms", [](CMcuView& view, CDC* dc) { view.OnDraw(dc); }},
     };
     for (auto _ : state) {
-        auto window = std::make_unique<Window>(OUTLOOK_PURE);
+        auto window = std::make_unique<BenchWindow>(OUTLOOK_PURE);
         double spent = 0;
         for (Part& part : parts) {
             const double took = TimeOf([&] { part.m_Draw(window->View(), window->Context()); });

@@ -13,26 +13,20 @@
 #include <span>
 #include <string>
 
-#include "host/VESKUIDoc.h"
+#include "bench/BenchWindow.h"
 #include "host/VESK_DLL_Shared_Data_T.h"
 #include "log/McuJobList.h"
-#include "platform/CDC.h"
-#include "platform/RasterSurface.h"
-#include "timeline/CMcuView.h"
 #include "timeline/CurveIndex.h"
 #include "timeline/JobStripIndex.h"
 #include "timeline/TimelineIndex.h"
 
 namespace {
 
-constexpr CSize kScreen{1920, 1080};
 constexpr int kTasks = 40;
 constexpr int kIrqs = 24;
 constexpr int kFunctions = 16;
 constexpr int kShortLog = 10000;
 constexpr int kLongLog = 10000000;
-
-const vesk::FixedGlyphs kGlyphs;
 
 // --- The log -------------------------------------------------------------------------------------
 
@@ -141,37 +135,9 @@ void ProvideLog(int jobs) {
     AddSamples(list, numbers);
 }
 
-// --- The view ------------------------------------------------------------------------------------
-
-class Window {
-public:
-    explicit Window(OUTLOOKTYPE outlook) : m_Screen(kScreen, kGlyphs), m_Context(&m_Screen) {
-        m_View.MoveWindow(0, 0, kScreen.cx, kScreen.cy);
-        m_View.OnCreate();
-        m_View.OnSize(SIZE_RESTORED, kScreen.cx, kScreen.cy);
-        m_View.m_Outlook = outlook;
-        m_View.m_ShowFrameNo = m_View.m_ShowDottedLine = true;
-        const auto end = static_cast<double>(vesk_dll_shared_data.m_pJobList->m_EndTime);
-        m_View.m_ZoomRatio = static_cast<float>(m_View.m_CanvasWidth / end / m_View.m_BaseScale);
-        m_View.Zoom();
-    }
-
-    CMcuView& View() { return m_View; }
-    CDC* Context() { return &m_Context; }
-    void Paint() {
-        m_View.OnDraw(&m_Context);
-        benchmark::DoNotOptimize(m_Screen.Pixels());
-    }
-
-private:
-    VESKUIDoc m_Document;
-    CMcuView m_View;
-    vesk::RasterSurface m_Screen;
-    CDC m_Context;
-};
-
 // --- The steps -----------------------------------------------------------------------------------
 
+using Window = vesk::BenchWindow;
 using Step = std::function<void(Window&)>;
 
 // What is done before the first paint, and what is done over and over.
@@ -255,6 +221,7 @@ void Run(benchmark::State& state, const Case& what, OUTLOOKTYPE outlook, const s
          int jobs) {
     ProvideLog(jobs);
     Window window(outlook);
+    window.View().m_ShowFrameNo = window.View().m_ShowDottedLine = true;
     if (what.m_Prepare) what.m_Prepare(window);
     what.m_Step(window);
     const std::clock_t start = std::clock();
@@ -269,6 +236,7 @@ void RunFirst(benchmark::State& state, OUTLOOKTYPE outlook, int jobs) {
     for (auto _ : state) {
         state.PauseTiming();
         auto window = std::make_unique<Window>(outlook);
+        window->View().m_ShowFrameNo = window->View().m_ShowDottedLine = true;
         state.ResumeTiming();
         window->Paint();
         state.PauseTiming();

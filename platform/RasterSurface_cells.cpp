@@ -74,7 +74,7 @@ struct RasterSurface::CellPicture {
     std::int64_t m_Unit;  // device pixels of a cell's side
     std::array<std::uint32_t, 256> m_Pixels{};
 
-    // Cells outside count as empty.
+    // Turned: a word per row. Cells outside count as empty.
     Square SquareAt(std::int64_t x, std::int64_t y) const {
         Square square{};
         const std::int64_t columns = std::min(kSide, m_Width - x);

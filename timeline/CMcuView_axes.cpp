@@ -15,6 +15,7 @@
 #include "timeline/AxisIndex.h"
 #include "timeline/CMcuView.h"
 #include "timeline/JobStripIndex.h"
+#include "timeline/NeighbourColumns.h"
 #include "timeline/SavedDrawing.h"
 #include "timeline/Ticks.h"
 #include "timeline/TimelineIndex.h"
@@ -129,38 +130,13 @@ private:
 // Vertical lines 2 pixels wide. Far zoomed out every column has one: lines side by side leave no
 // gap between them at any scale, so the first, the last and a filled rectangle are the same
 // picture.
-class FrameLines {
-public:
-    FrameLines(CDC* dc, int top, int bottom)
-        : m_Dc(dc), m_Pen(PS_SOLID, 2, kFrameInk), m_Top(top), m_Bottom(bottom) {}
-
-    // x ascends. A line shows when it is flushed, or when the next one does not follow closely.
-    void Add(int x) {
-        if (m_IsOpen && x != m_Last + 1) Flush();
-        if (!m_IsOpen) m_First = x;
-        m_Last = x;
-        m_IsOpen = true;
-    }
-
-    void Flush() {
-        if (!m_IsOpen) return;
-        m_IsOpen = false;
-        m_Dc->SelectObject(&m_Pen);
-        VerticalLine(m_Dc, m_First, m_Top, m_Bottom);
-        if (m_Last == m_First) return;
-        m_Dc->FillSolidRect({m_First, m_Top, m_Last, m_Bottom}, kFrameInk);
-        VerticalLine(m_Dc, m_Last, m_Top, m_Bottom);
-    }
-
-private:
-    CDC* m_Dc;
-    CPen m_Pen;
-    int m_Top;
-    int m_Bottom;
-    int m_First = 0;
-    int m_Last = 0;
-    bool m_IsOpen = false;
-};
+void DrawFrameLines(CDC* dc, CPen& pen, const CRect& lines) {
+    dc->SelectObject(&pen);
+    VerticalLine(dc, lines.left, lines.top, lines.bottom);
+    if (lines.right == lines.left) return;
+    dc->FillSolidRect(lines, kFrameInk);
+    VerticalLine(dc, lines.right, lines.top, lines.bottom);
+}
 
 // --- Visible jobs --------------------------------------------------------------------------------
 
@@ -257,7 +233,10 @@ void CMcuView::DrawFrameNo(CDC* dc, int /*left*/) {
     if (!m_ShowDottedLine && !m_ShowFrameNo) return;
     const vesk::SavedDrawing saved(dc);
     CPen dots(PS_DOT, 1, kBoundaryInk);
-    FrameLines frameLines(dc, kLineTop, m_CanvasBottom + 45);
+    CPen frameInk(PS_SOLID, 2, kFrameInk);
+    vesk::NeighbourColumns frameLines(true, [&](int first, int last) {
+        DrawFrameLines(dc, frameInk, {first, kLineTop, last, m_CanvasBottom + 45});
+    });
     dc->SetTextColor(kFrameInk);
     const vesk::DigitPyramid& newFrames = Index().Axes().NewFrames();
     LabelWriter labels(dc, newFrames, [](int i) {

@@ -10,6 +10,7 @@
 #include "timeline/CMcuView.h"
 #include "timeline/JobLanes.h"
 #include "timeline/MeasuredText.h"
+#include "timeline/NeighbourColumns.h"
 #include "timeline/SavedDrawing.h"
 #include "timeline/TextFit.h"
 #include "timeline/TimelineIndex.h"
@@ -136,43 +137,20 @@ void StripPainter::DrawHidden(const RecordColumn& column, int last) {
     if (shown >= column.m_First) DrawText(LookOfJob(shown), column.m_X, 0);
 }
 
+void DrawMark(CDC* dc, int x, int y) {
+    const std::array<CPoint, 3> corners{
+        {{x, y}, {x - 2, y - kMarkHeight}, {x + 2, y - kMarkHeight}}};
+    dc->Polygon(corners.data(), 3);
+}
+
 // Triangles that stand on their points. Side by side they leave no gap between the first and the
 // last, where lines leave none.
-class MarkRow {
-public:
-    MarkRow(CDC* dc, int y) : m_DC(dc), m_Y(y), m_AreAreas(vesk::LinesAreAreas(*dc)) {}
-
-    // A triangle shows when it is flushed, or when the next one does not follow closely.
-    void Add(int x) {
-        if (m_IsOpen && x == m_Last) return;
-        if (m_IsOpen && (!m_AreAreas || x != m_Last + 1)) Flush();
-        if (!m_IsOpen) m_First = x;
-        m_Last = x;
-        m_IsOpen = true;
-    }
-    void Flush() {
-        if (!m_IsOpen) return;
-        m_IsOpen = false;
-        Draw(m_First);
-        if (m_Last == m_First) return;
-        m_DC->FillSolidRect({m_First, m_Y - kMarkHeight, m_Last, m_Y + 1}, kMarkColor);
-        Draw(m_Last);
-    }
-
-private:
-    void Draw(int x) {
-        const std::array<CPoint, 3> corners{
-            {{x, m_Y}, {x - 2, m_Y - kMarkHeight}, {x + 2, m_Y - kMarkHeight}}};
-        m_DC->Polygon(corners.data(), 3);
-    }
-
-    CDC* m_DC;
-    const int m_Y;
-    const bool m_AreAreas;
-    int m_First = 0;
-    int m_Last = 0;
-    bool m_IsOpen = false;
-};
+void DrawMarks(CDC* dc, int first, int last, int y) {
+    DrawMark(dc, first, y);
+    if (last == first) return;
+    dc->FillSolidRect({first, y - kMarkHeight, last, y + 1}, kMarkColor);
+    DrawMark(dc, last, y);
+}
 
 }  // namespace
 
@@ -195,7 +173,8 @@ void CMcuView::DrawSourceMarkList(CDC* dc, int left, int y) {
     dc->SelectObject(&pen);
     dc->SelectObject(&brush);
     const TimeScale scale{m_TimeOffset, m_PixelsPerQbit, left};
-    MarkRow marks(dc, y);
+    vesk::NeighbourColumns marks(vesk::LinesAreAreas(*dc),
+                                 [&](int first, int last) { DrawMarks(dc, first, last, y); });
     JobStripIndex& index = Index().Marks();
     index.Show(scale, m_MarkFirst, m_MarkLast);
     for (int i = m_MarkFirst; i < m_MarkFirst + index.Leading(); ++i) {

@@ -14,21 +14,21 @@ CurveIndex::CurveIndex(const McuJobList& list)
 void CurveIndex::AddSamples(const McuJobList& list) {
     const std::vector<ExtraInfoRecord>& samples = list.m_ExtraInfos;
     std::vector<Range>& ranges = m_Levels.emplace_back();
-    m_Times.Reserve(samples.size());
-    m_Starts.reserve(samples.size());
-    m_Samples.resize(samples.size() * m_Values);
+    m_Blocks.Reserve(samples.size());
+    m_SampleTimes.reserve(samples.size());
+    m_SampleValues.resize(samples.size() * m_Values);
     ranges.resize((samples.size() + kLeaf - 1) / kLeaf * m_Values);
     std::uint64_t before = 0;
     for (std::size_t i = 0; i < samples.size(); ++i) {
-        m_Times.Add(samples[i].m_Time);
-        m_Starts.push_back(samples[i].m_Time);
+        m_Blocks.Add(samples[i].m_Time);
+        m_SampleTimes.push_back(samples[i].m_Time);
         if (samples[i].m_Time < before) m_IsAscending = false;
         before = samples[i].m_Time;
         const std::vector<int>& values = samples[i].m_Values;
         Range* range = &ranges[i / kLeaf * m_Values];
         for (std::size_t j = 0; j < m_Values; ++j) {
             const auto value = static_cast<std::uint32_t>(j < values.size() ? values[j] : 0);
-            m_Samples[i * m_Values + j] = value;
+            m_SampleValues[i * m_Values + j] = value;
             range[j].Widen({value, value});
             if (i % kLeaf == 0 && i > 0) (range - m_Values)[j].Widen({value, value});
         }

@@ -27,15 +27,15 @@ public:
 
     // Whether the samples ascend in time, as they do after a read.
     bool IsAscending() const { return m_IsAscending; }
-    const TimeBlocks& Times() const { return m_Times; }
+    const TimeBlocks& Times() const { return m_Blocks; }
     const std::uint64_t& TimeAt(int sample) const {
-        return m_Starts[static_cast<std::size_t>(sample)];
+        return m_SampleTimes[static_cast<std::size_t>(sample)];
     }
 
     std::size_t Values() const { return m_Values; }  // of a sample
     // The values of a sample; 0 for those that it lacks.
     const std::uint32_t* ValuesAt(int sample) const {
-        return m_Samples.data() + static_cast<std::size_t>(sample) * m_Values;
+        return m_SampleValues.data() + static_cast<std::size_t>(sample) * m_Values;
     }
 
     // --- Stretches -----------------------------------------------------------------------------
@@ -61,10 +61,10 @@ private:
 
     std::size_t m_Values;
     bool m_IsAscending = true;
-    TimeBlocks m_Times;
-    std::vector<std::uint64_t> m_Starts;       // of all samples
-    std::vector<std::uint32_t> m_Samples;      // their values
-    std::vector<std::vector<Range>> m_Levels;  // per stretch one of each value
+    TimeBlocks m_Blocks;
+    std::vector<std::uint64_t> m_SampleTimes;   // of all samples
+    std::vector<std::uint32_t> m_SampleValues;  // their values
+    std::vector<std::vector<Range>> m_Levels;   // per stretch one of each value
 };
 
 }  // namespace vesk

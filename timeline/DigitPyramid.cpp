@@ -44,7 +44,7 @@ void DigitPyramid::Finish(int places) {
 }
 
 int DigitPyramid::FirstAtMost(int first, int last, int digits) const {
-    const Pyramid shape{m_Places, kGroup, kGroup, static_cast<int>(m_Levels.size())};
+    const Pyramid shape{m_Places, kGroup, kGroup, static_cast<int>(m_Levels.size()), true};
     return FirstHit(
         shape, first, last,
         [&](int level, int group) {

@@ -31,7 +31,8 @@ int FrameIndex::FirstFrom(int first, std::int32_t frame) {
 }
 
 Pyramid FrameIndex::Shape() const {
-    return {static_cast<int>(m_Jobs.size()), kGroup, kGroup, static_cast<int>(m_Levels.size())};
+    return {static_cast<int>(m_Jobs.size()), kGroup, kGroup, static_cast<int>(m_Levels.size()),
+            false};
 }
 
 void FrameIndex::Range::Add(const Range& other) {

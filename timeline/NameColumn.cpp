@@ -201,7 +201,7 @@ std::vector<std::uint64_t> NameColumn::SetOf(
 
 Pyramid NameColumn::Shape() const {
     return {static_cast<int>(m_Planes[0].size()), static_cast<int>(m_Block),
-            static_cast<int>(kFanOut), static_cast<int>(m_Levels.size())};
+            static_cast<int>(kFanOut), static_cast<int>(m_Levels.size()), true};
 }
 
 int NameColumn::FirstOf(const std::uint64_t* set, int first, int last) const {

@@ -12,6 +12,9 @@ struct Pyramid {
     int m_Block;
     int m_FanOut;
     int m_Levels;
+    // Whether groups cost nothing to ask for. If not, those that reach over the range asked for
+    // are not: they could be far wider than it.
+    bool m_IsKnown;
 };
 
 // The first of places [first, last) that is a hit, else last. mayHold(level, group) says of a group
@@ -22,7 +25,7 @@ int FirstHit(const Pyramid& pyramid, int first, int last, MayHold mayHold, IsHit
         std::int64_t next = at;
         std::int64_t width = pyramid.m_Block;
         for (int level = 0; level < pyramid.m_Levels; ++level, width *= pyramid.m_FanOut) {
-            const bool beginsHere = at % width == 0 || at == first;
+            const bool beginsHere = at % width == 0 || (pyramid.m_IsKnown && at == first);
             if (!beginsHere || mayHold(level, static_cast<int>(at / width))) break;
             next = (at / width + 1) * width;
         }
@@ -39,7 +42,8 @@ int LastHit(const Pyramid& pyramid, int first, int last, MayHold mayHold, IsHit 
         std::int64_t next = end;
         std::int64_t width = pyramid.m_Block;
         for (int level = 0; level < pyramid.m_Levels; ++level, width *= pyramid.m_FanOut) {
-            const bool endsHere = end % width == 0 || end == last;
+            const bool endsHere =
+                end % width == 0 || end == pyramid.m_Count || (pyramid.m_IsKnown && end == last);
             const std::int64_t group = (end - 1) / width;
             if (!endsHere || mayHold(level, static_cast<int>(group))) break;
             next = group * width;
