@@ -183,9 +183,9 @@ const vesk::GlyphSource& CDC::Glyphs() const {
     return model ? model->Glyphs() : vesk::CurrentUserInterface().Glyphs();
 }
 
-void CDC::FillCells(const CRect& box, std::span<const std::uint8_t> cells,
-                    std::span<const COLORREF> palette) {
-    if (vesk::Surface* surface = GetSurface()) surface->FillCells(ToSurface(box), cells, palette);
+void CDC::FillCells(CPoint at, const vesk::CellPicture& cells, std::span<const COLORREF> palette) {
+    if (vesk::Surface* surface = GetSurface())
+        surface->FillCells(ToSurface(at.x, at.y), cells, palette);
 }
 
 bool CDC::CreateCompatibleDC(CDC* other) {

@@ -16,6 +16,7 @@ class CPen;
 class CWnd;
 
 namespace vesk {
+class CellPicture;
 class GlyphSource;
 class Surface;
 }  // namespace vesk
@@ -84,8 +85,7 @@ public:
     bool GetTextMetrics(TEXTMETRIC*) const;
     const vesk::GlyphSource& Glyphs() const;  // that text is measured in
     // See Surface::FillCells.
-    void FillCells(const CRect&, std::span<const std::uint8_t> cells,
-                   std::span<const COLORREF> palette);
+    void FillCells(CPoint, const vesk::CellPicture&, std::span<const COLORREF> palette);
 
     // --- Memory contexts -----------------------------------------------------------------------
 

@@ -40,8 +40,7 @@ public:
     void Text(CPoint, std::string_view, COLORREF) override;
     CSize MeasureText(std::string_view) const override;
     const GlyphSource& Glyphs() const override;
-    void FillCells(const CRect&, std::span<const std::uint8_t> cells,
-                   std::span<const COLORREF> palette) override;
+    void FillCells(CPoint, const CellPicture&, std::span<const COLORREF> palette) override;
     std::unique_ptr<Surface> MakeCompatible(CSize) const override;
     // From another raster surface of the same scale; does nothing with any other.
     void Copy(const CRect& target, const Surface& source, CPoint sourceTopLeft) override;
@@ -57,7 +56,6 @@ public:
 
 private:
     struct Shared;
-    struct CellPicture;
 
     // A pen in device pixels. At point p it covers p - m_Lead up to p - m_Lead + m_Thickness.
     struct Stroke {
@@ -89,10 +87,6 @@ private:
     void FindCrossings(std::int64_t y);
     void OutlinePolygon(const Stroke&);
     void PolygonEdge(DevicePoint upper, DevicePoint lower, int turn, const Stroke&);
-    void PaintCells(const CellPicture&, std::int64_t cellX, std::int64_t cellY,
-                    std::uint64_t cells);
-    void PaintWhole(const CellPicture&, std::int64_t cellX, std::int64_t cellY,
-                    const std::array<std::uint64_t, 8>& square);
     void Blend(const GlyphMask&, int stride, std::int64_t x, std::int64_t y, std::uint32_t pixel);
 
     std::shared_ptr<Shared> m_Shared;  // with all surfaces made from this one
@@ -108,6 +102,7 @@ private:
     std::vector<std::uint32_t> m_Pixels;    // at least as many as needed
     std::vector<DevicePoint> m_Corners;     // of the polygon at hand
     std::vector<std::int64_t> m_Crossings;  // of one of its rows
+    std::vector<std::uint32_t> m_CellRow;   // of the picture of cells at hand
 };
 
 }  // namespace vesk

@@ -1,23 +1,18 @@
 #include "platform/Surface.h"
 
-#include <algorithm>
+#include "platform/CellPicture.h"
 
 namespace vesk {
 
-void Surface::FillCells(const CRect& box, std::span<const std::uint8_t> cells,
-                        std::span<const COLORREF> palette) {
-    auto from = cells.begin();
-    for (int x = box.left; x < box.right; ++x) {
-        const auto end = from + box.Height();
-        for (auto top = from; top != end;) {
-            const std::uint8_t cell = *top;
-            const auto bottom = std::find_if(top, end, [cell](auto c) { return c != cell; });
-            const int y = box.top + static_cast<int>(top - from);
+void Surface::FillCells(CPoint at, const CellPicture& cells, std::span<const COLORREF> palette) {
+    for (int x = 0; x < cells.Used(); ++x) {
+        for (int top = 0, bottom = 0; top < cells.Rows(); top = bottom) {
+            const std::uint8_t cell = cells.At(x, top);
+            do ++bottom;
+            while (bottom < cells.Rows() && cells.At(x, bottom) == cell);
             if (cell != 0)
-                FillRect({x, y, x + 1, y + static_cast<int>(bottom - top)}, palette[cell - 1u]);
-            top = bottom;
+                FillRect({at.x + x, at.y + top, at.x + x + 1, at.y + bottom}, palette[cell - 1u]);
         }
-        from = end;
     }
 }
 

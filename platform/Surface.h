@@ -13,6 +13,7 @@ class CPen;
 
 namespace vesk {
 
+class CellPicture;
 class GlyphSource;
 
 // What a drawing context draws on: pixels, a recording, a page. Coordinates are logical pixels of
@@ -38,10 +39,9 @@ public:
     virtual CSize MeasureText(std::string_view) const = 0;
     virtual const GlyphSource& Glyphs() const = 0;  // that text is measured in
 
-    // Fills a box column by column, each of its cells from the top down: 0 leaves the pixel as it
-    // is, n paints it in colour n - 1 of the palette. Made for pictures of tall, narrow strokes.
-    virtual void FillCells(const CRect&, std::span<const std::uint8_t> cells,
-                           std::span<const COLORREF> palette);
+    // Paints cells of a unit from their top left on: empty ones leave the ground as it is, the
+    // others are painted in colour n - 1 of the palette.
+    virtual void FillCells(CPoint, const CellPicture&, std::span<const COLORREF> palette);
 
     // Another surface of this kind, for a part of the picture; null if its size is not positive or
     // too large. It holds no picture yet.

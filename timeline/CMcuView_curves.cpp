@@ -318,18 +318,19 @@ void CurvePainter::FindChain(const Curve& curve, int first, std::size_t steps, C
     int to = curve.RowOf(*value);
     int top = to;
     int bottom = to;
+    std::uint32_t worthIt = 0;
     chain.m_Rows[steps] = to;
-    chain.m_WorthIt = 0;
     for (std::size_t step = steps; step-- > 0;) {
         value -= m_Index.Values();
         const int from = curve.RowOf(*value);
         chain.m_Rows[step] = from;
         const bool isBetween = (from > top) & (from < bottom);
-        chain.m_WorthIt |= static_cast<std::uint32_t>(!isBetween & (from != to)) << step;
+        worthIt |= static_cast<std::uint32_t>(!isBetween & (from != to)) << step;
         top = std::min(top, from);
         bottom = std::max(bottom, from);
         to = from;
     }
+    chain.m_WorthIt = worthIt;
 }
 
 void CurvePainter::DrawFresh(const Step& step) {

@@ -3,7 +3,9 @@
 #include <cstdint>
 #include <vector>
 
+#include "platform/CellPicture.h"
 #include "platform/Color.h"
+#include "platform/Geometry.h"
 
 class CDC;
 
@@ -27,16 +29,12 @@ public:
     void Flush();
 
 private:
-    static constexpr int kWidth = 128;
-    static constexpr int kLine = 64;  // bytes of a line of the cache
+    static constexpr int kWidth = CellPicture::kMostColumns;
 
     CDC* m_DC;
-    int m_Top;
-    int m_Bottom;
-    int m_Height;  // of the cells, at least of the rows
+    CRect m_Rows;  // that are painted
     std::int64_t m_Left = 0;
-    int m_Used = 0;                     // columns
-    std::vector<std::uint8_t> m_Cells;  // of kWidth columns, number of the colour and 1, or 0
+    CellPicture m_Cells;  // number of the colour and 1
     std::vector<COLORREF> m_Palette;
 };
 

@@ -10,6 +10,7 @@
 
 #include "platform/CBrush.h"
 #include "platform/CPen.h"
+#include "platform/CellPicture.h"
 #include "tests/support/Dice.h"
 
 namespace vesk {
@@ -359,44 +360,52 @@ TEST(RasterSurface, CopiesWithinItselfInEveryDirection) {
     }
 }
 
-// Cells a column of three, then the next one: ink, nothing, area.
-TEST(RasterSurface, FillsCellsColumnByColumn) {
-    const std::uint8_t cells[] = {1, 0, 2, 2, 2, 0, 1, 1, 1};
+// Ink, nothing, area from the top down, then area, area, nothing, then ink.
+CellPicture ThreeByThree() {
+    CellPicture cells(3, 3);
+    cells.Fill(0, 0, 3, 3, 2);
+    cells.Clear();
+    cells.Fill(0, 0, 1, 1, 1);
+    cells.Fill(0, 2, 1, 3, 2);
+    cells.Fill(1, 0, 3, 2, 2);
+    cells.Fill(2, 0, 3, 3, 1);
+    return cells;
+}
+
+TEST(RasterSurface, FillsCells) {
+    const CellPicture cells = ThreeByThree();
     const COLORREF palette[] = {kInk, kArea};
-    for (const double scale : {1.0, 2.0}) {
-        RasterSurface whole = Blank(5, 4, scale);
-        whole.FillCells({1, 1, 4, 4}, cells, palette);
-        RasterSurface plain = Blank(5, 4, scale);
-        plain.Surface::FillCells({1, 1, 4, 4}, cells, palette);
-        EXPECT_EQ(Show(whole), Show(plain)) << scale;
-    }
     RasterSurface surface = Blank(5, 4);
     surface.SetClip({0, 0, 3, 9});
-    surface.FillCells({-1, 0, 2, 3}, cells, palette);
-    surface.FillCells({1, 1, 4, 4}, cells, palette);
+    surface.FillCells({-1, 0}, cells, palette);
+    surface.FillCells({1, 1}, cells, palette);
     EXPECT_THAT(Show(surface), ElementsAre("+#...", "+#+..", ".#+..", ".+..."));
 }
 
-// Squares of eight, rests of them, boxes over the edges, empty cells among others.
+// Pictures over the edges, boxes over each other, with and without empty cells left.
 TEST(RasterSurface, FillsManyCellsAsOneAfterTheOther) {
     Dice dice(7);
     const COLORREF palette[] = {kInk, kArea, 0x123456};
-    for (int round = 0; round < 200; ++round) {
+    for (int round = 0; round < 300; ++round) {
         const double scale = dice.Of({1.0, 1.0, 2.0, 3.0, 1.5});
-        const int left = dice.Between(-12, 30);
-        const int top = dice.Between(-12, 30);
-        const CRect box(left, top, left + dice.Between(0, 40), top + dice.Between(0, 40));
-        std::vector<std::uint8_t> cells(static_cast<std::size_t>(box.Width() * box.Height()));
-        const int empty = dice.Of({0, 5, 60});
-        for (std::uint8_t& cell : cells)
-            cell = static_cast<std::uint8_t>(dice.Chance(empty) ? 0 : dice.Between(1, 3));
-        RasterSurface whole = Blank(40, 40, scale);
-        RasterSurface plain = Blank(40, 40, scale);
-        const CRect clip(dice.Between(0, 9), dice.Between(0, 9), dice.Between(20, 50), 39);
+        const CPoint at{dice.Between(-12, 30), dice.Between(-12, 30)};
+        const int columns = dice.Of({3, 33, CellPicture::kMostColumns});
+        const int rows = dice.Between(0, 70);
+        CellPicture cells(columns, rows);
+        for (int boxes = dice.Of({0, 1, 20, 100}); boxes > 0; --boxes) {
+            const int left = dice.Between(0, columns);
+            const int top = dice.Between(0, rows);
+            cells.Fill(left, top, dice.Between(left, columns), dice.Between(top, rows),
+                       static_cast<std::uint8_t>(dice.Between(1, 3)));
+            if (dice.OnceIn(100)) cells.Clear();
+        }
+        RasterSurface whole = Blank(70, 40, scale);
+        RasterSurface plain = Blank(70, 40, scale);
+        const CRect clip(dice.Between(0, 9), dice.Between(0, 9), dice.Between(20, 80), 39);
         whole.SetClip(clip);
         plain.SetClip(clip);
-        whole.FillCells(box, cells, palette);
-        plain.Surface::FillCells(box, cells, palette);
+        whole.FillCells(at, cells, palette);
+        plain.Surface::FillCells(at, cells, palette);
         ASSERT_EQ(Show(whole), Show(plain)) << round;
     }
 }
