@@ -98,9 +98,6 @@ public:
 
     // False beyond what can be seen.
     bool Draw(int sample);
-    // The steps from samples [first, last) to the ones behind them, all in one column: only those
-    // of which something shows.
-    void DrawSteps(int x, int first, int last);
     void DrawColumns(const std::vector<ColumnRun>&);
 
 private:
@@ -116,11 +113,32 @@ private:
         std::uint32_t m_WorthIt;
     };
 
+    // What shows of a curve's steps in a column: of a stroke of width 2 only rows, from the top one
+    // to the one behind the last.
+    struct Stroke {
+        int m_Top;
+        int m_Bottom;
+        std::size_t m_Curve;
+    };
+    // What is not painted yet of the last column: its strokes right of its x, and the steps from
+    // its last sample on. The next column mostly covers them.
+    struct Rest {
+        int m_X = 0;
+        int m_Sample = -1;  // -1 if there is no rest
+        std::vector<Stroke> m_Strokes;
+    };
+
     static StrokeCover PaintedRows(const CDC&);
     int RowOf(int sample, const Curve& curve) const {
         return curve.RowOf(m_Index.ValuesAt(sample)[curve.Value()]);
     }
     void DrawColumn(const ColumnRun&);
+    // Of the steps from samples [first, last) to the ones behind them, all in one column, those of
+    // which something shows.
+    void FindSteps(int first, int last);
+    void PaintSteps(int x);
+    void PaintRest();
+    void PaintUncoveredRest();
     void Prefetch(const ColumnRun&) const;
     void DrawStep(std::size_t curve, int x, int to, int row, int nextRow);
     bool IsHidden(int level, int stretch);
@@ -130,7 +148,7 @@ private:
     bool AddSteps(int first, int last);
     std::span<const Step> FindCandidates(int first, int last);
     void FindChain(const Curve&, int first, std::size_t steps, Chain&) const;
-    void DrawFresh(const Step&);
+    void AddFresh(const Step&);
 
     CDC* m_DC;
     const CurveIndex& m_Index;
@@ -146,8 +164,10 @@ private:
     std::deque<CPen> m_Pens;                // of the curves
     std::int64_t m_AllTop = INT64_MAX / 4;  // rows of all values of the log
     std::int64_t m_AllBottom = INT64_MIN / 4;
-    int m_X = 0;
-    std::vector<Step> m_Steps;  // of one column, the last one first
+    // Of one column, the last one first.
+    std::vector<Step> m_Steps;
+    std::vector<Stroke> m_Strokes;  // instead of steps, if rows are whole
+    Rest m_Rest;
     // Of a few steps at a time, reused.
     std::vector<Chain> m_Chains;
     std::vector<Step> m_Candidates;
@@ -210,6 +230,7 @@ void CurvePainter::DrawColumns(const std::vector<ColumnRun>& columns) {
         Prefetch(columns[std::min(i + kAhead, columns.size() - 1)]);
         DrawColumn(columns[i]);
     }
+    PaintRest();
     if (m_Tile) m_Tile->Flush();
 }
 
@@ -227,35 +248,75 @@ void CurvePainter::Prefetch(const ColumnRun& column) const {
 
 void CurvePainter::DrawColumn(const ColumnRun& column) {
     const int last = column.m_Last - 1;
-    if (m_Index.TimeAt(last) <= m_End) {
-        DrawSteps(column.m_X, column.m_First, last);
-        Draw(last);
-    } else {
+    if (m_Index.TimeAt(last) > m_End) {
+        PaintRest();
         for (int i = column.m_First; i < column.m_Last; ++i) Draw(i);
+        return;
     }
+    FindSteps(column.m_First, last);
+    if (!m_Tile) {
+        PaintSteps(column.m_X);
+        Draw(last);
+        return;
+    }
+    const bool coversRest = column.m_X == m_Rest.m_X + 1 && !m_Cover.IsEmpty() && IsAllHidden();
+    if (coversRest) {
+        PaintUncoveredRest();
+    } else {
+        PaintRest();
+    }
+    for (const Stroke& stroke : m_Strokes)
+        m_Tile->Fill(column.m_X - 1, stroke.m_Top, column.m_X, stroke.m_Bottom, stroke.m_Curve);
+    m_Rest.m_X = column.m_X;
+    m_Rest.m_Sample = last;
+    std::swap(m_Rest.m_Strokes, m_Strokes);
 }
 
-// The last few steps are mostly enough. From them back, over the longest stretches that fit the
-// column.
-void CurvePainter::DrawSteps(int x, int first, int last) {
-    if (first >= last) return;
-    m_X = x;
-    m_Cover.Clear();
-    m_Steps.clear();
-    const int likely = std::max(first, last - kLikelySteps);
-    if (AddSteps(likely, last) && first < likely) {
-        int level = 0;
-        while (level + 1 < m_Index.Levels() && CurveIndex::StepsAt(level + 1) <= likely - first)
-            ++level;
-        const int size = CurveIndex::StepsAt(level);
-        int stretch = (likely - 1) / size;
-        while (stretch >= first / size && FindSteps(level, stretch, first, likely)) --stretch;
+void CurvePainter::PaintRest() {
+    if (m_Rest.m_Sample < 0) return;
+    for (const Stroke& stroke : m_Rest.m_Strokes)
+        m_Tile->Fill(m_Rest.m_X, stroke.m_Top, m_Rest.m_X + 1, stroke.m_Bottom, stroke.m_Curve);
+    Draw(std::exchange(m_Rest.m_Sample, -1));
+}
+
+// Where the next column's strokes cover all rows of all values: a line along the first one lies
+// half above it.
+void CurvePainter::PaintUncoveredRest() {
+    if (m_Rest.m_Sample < 0) return;
+    for (std::size_t i = 0; i < m_Curves.size(); ++i) {
+        const int row = RowOf(m_Rest.m_Sample, m_Curves[i]);
+        if (row == m_AllTop) m_Tile->Fill(m_Rest.m_X, row - 1, m_Rest.m_X + 1, row, i);
+    }
+    m_Rest.m_Sample = -1;
+}
+
+void CurvePainter::PaintSteps(int x) {
+    for (const Stroke& stroke : m_Strokes) {
+        m_DC->FillSolidRect(x - 1, stroke.m_Top, 2, stroke.m_Bottom - stroke.m_Top,
+                            m_Curves[stroke.m_Curve].Color());
     }
     for (std::size_t i = m_Steps.size(); i-- > 0;) {
         m_DC->SelectObject(&m_Pens[m_Steps[i].m_Curve]);
         m_DC->MoveTo(x, m_Steps[i].m_From);
         m_DC->LineTo(x, m_Steps[i].m_To);
     }
+}
+
+// The last few steps are mostly enough. From them back, over the longest stretches that fit the
+// column.
+void CurvePainter::FindSteps(int first, int last) {
+    m_Cover.Clear();
+    m_Steps.clear();
+    m_Strokes.clear();
+    if (first >= last) return;
+    const int likely = std::max(first, last - kLikelySteps);
+    if (!AddSteps(likely, last) || first == likely) return;
+    int level = 0;
+    while (level + 1 < m_Index.Levels() && CurveIndex::StepsAt(level + 1) <= likely - first)
+        ++level;
+    const int size = CurveIndex::StepsAt(level);
+    int stretch = (likely - 1) / size;
+    while (stretch >= first / size && FindSteps(level, stretch, first, likely)) --stretch;
 }
 
 bool CurvePainter::FindSteps(int level, int stretch, int first, int last) {
@@ -282,7 +343,7 @@ bool CurvePainter::IsHidden(int level, int stretch) {
 bool CurvePainter::AddSteps(int first, int last) {
     for (const Step& step : FindCandidates(first, last)) {
         if (!m_Cover.Add(step.m_From, step.m_To)) continue;
-        DrawFresh(step);
+        AddFresh(step);
         if (IsAllHidden()) return false;
     }
     return true;
@@ -333,18 +394,13 @@ void CurvePainter::FindChain(const Curve& curve, int first, std::size_t steps, C
     chain.m_WorthIt = worthIt;
 }
 
-void CurvePainter::DrawFresh(const Step& step) {
+void CurvePainter::AddFresh(const Step& step) {
     if (!m_HasWholeRows) {
         m_Steps.push_back(step);
         return;
     }
-    for (const auto& [top, bottom] : m_Cover.Fresh()) {
-        if (m_Tile) {
-            m_Tile->Fill(std::int64_t{m_X} - 1, top, std::int64_t{m_X} + 1, bottom, step.m_Curve);
-        } else {
-            m_DC->FillSolidRect(m_X - 1, top, 2, bottom - top, m_Curves[step.m_Curve].Color());
-        }
-    }
+    for (const auto& [top, bottom] : m_Cover.Fresh())
+        m_Strokes.push_back({top, bottom, step.m_Curve});
 }
 
 // Below scale 1 several rows share a device pixel, and what covers what is another matter.

@@ -109,6 +109,33 @@ TEST_F(CurveTest, NoStepIsLostAmongLevelSamples) {
     }
 }
 
+// Columns of many samples that go over all rows, next to such that do not.
+TEST_F(CurveTest, CoveredColumnsLookLikeEveryRecordDrawnInOrder) {
+    vesk::Dice dice(17);
+    for (int round = 0; round < 60; ++round) {
+        Log().Clear();
+        Log().Insert("A", 0, 40000);
+        const int count = dice.Between(1, 3);
+        Values(count);
+        const int range = dice.Of({0, 1, 2, 40, 1000});
+        const int quiet = dice.Of({0, 3, 40, 97});  // per cent of the stretches
+        std::vector<int> values(static_cast<std::size_t>(count));
+        bool isQuiet = false;
+        for (std::uint64_t time = 0; time < 20000; ++time) {
+            if (time % 50 == 0) isQuiet = dice.Chance(quiet);
+            for (int& value : values)
+                if (!isQuiet || dice.OnceIn(100)) value = dice.Between(0, range);
+            Sample(time, values);
+        }
+        OpenAt(static_cast<std::uint64_t>(dice.Between(0, 100)), 1.0f / 512);
+        const Paper paper = RandomPaper(dice);
+        EXPECT_TRUE(LooksTheSame(
+            paper, [&](CDC* dc) { View().DrawExtraInfo(dc, 125, 80, 375); },
+            [&](CDC* dc) { vesk::plain::DrawExtraInfo(View(), dc, 80); }))
+            << "round " << round << " scale " << paper.m_Scale;
+    }
+}
+
 TEST_F(CurveTest, TheCursorReadsTheSampleThatItLiesIn) {
     Log().Insert("A", 0, 1000);
     Values(2);
