@@ -89,6 +89,9 @@ public:
           m_Scale(scale),
           m_End(scale.m_Offset + visible),
           m_EndX(scale.m_Left + scale.Length(visible)),
+          m_EndSample(index.Times().FirstFrom(
+              0, index.Times().Count(), m_End + 1,
+              [&](int i) -> const std::uint64_t& { return index.TimeAt(i); })),
           m_Cover(PaintedRows(*dc)),
           m_HasWholeRows(vesk::LinesAreAreas(*dc)) {}
 
@@ -155,6 +158,7 @@ private:
     const TimeScale m_Scale;
     const std::uint64_t m_End;
     const std::int64_t m_EndX;
+    const int m_EndSample;  // the first one behind the end
     StrokeCover m_Cover;
     // At a whole scale a line of width 2 covers exactly the pixels on both sides of its place: what
     // shows of each step is painted as areas then, and no pixel twice.
@@ -237,8 +241,6 @@ void CurvePainter::DrawColumns(const std::vector<ColumnRun>& columns) {
 // The last samples of a column, from the one behind it on.
 void CurvePainter::Prefetch(const ColumnRun& column) const {
     constexpr auto kValuesOfLine = static_cast<std::ptrdiff_t>(64 / sizeof(std::uint32_t));
-    vesk::Prefetch(&m_Index.TimeAt(column.m_Last - 1));
-    if (column.m_Last < m_Index.Times().Count()) vesk::Prefetch(&m_Index.TimeAt(column.m_Last));
     const std::uint32_t* const first =
         m_Index.ValuesAt(std::max(column.m_First, column.m_Last - 1 - kLikelySteps));
     const std::uint32_t* const last = m_Index.ValuesAt(column.m_Last);
@@ -248,7 +250,7 @@ void CurvePainter::Prefetch(const ColumnRun& column) const {
 
 void CurvePainter::DrawColumn(const ColumnRun& column) {
     const int last = column.m_Last - 1;
-    if (m_Index.TimeAt(last) > m_End) {
+    if (column.m_Last > m_EndSample) {
         PaintRest();
         for (int i = column.m_First; i < column.m_Last; ++i) Draw(i);
         return;
