@@ -351,9 +351,8 @@ bool CurvePainter::AddSteps(int first, int last) {
     return true;
 }
 
-// A curve's later steps, which meet, cover all rows between the outermost ones they reach, but for
-// halves of these. A step that starts between those is not worth a closer look. Which ones are is
-// left to arithmetic: as a branch it would be guessed wrong most of the time.
+// A curve's later steps meet: they cover one stretch, which an earlier step makes longer or not.
+// Which ones do is left to arithmetic: as a branch it would be guessed wrong most of the time.
 std::span<const CurvePainter::Step> CurvePainter::FindCandidates(int first, int last) {
     const auto steps = static_cast<std::size_t>(last - first);
     const std::size_t count = m_Curves.size();
@@ -378,20 +377,29 @@ std::span<const CurvePainter::Step> CurvePainter::FindCandidates(int first, int 
 
 void CurvePainter::FindChain(const Curve& curve, int first, std::size_t steps, Chain& chain) const {
     const std::uint32_t* value = m_Index.ValuesAt(first + static_cast<int>(steps)) + curve.Value();
-    int to = curve.RowOf(*value);
-    int top = to;
-    int bottom = to;
-    std::uint32_t worthIt = 0;
-    chain.m_Rows[steps] = to;
-    for (std::size_t step = steps; step-- > 0;) {
+    const auto rowBefore = [&] {
         value -= m_Index.Values();
-        const int from = curve.RowOf(*value);
-        chain.m_Rows[step] = from;
-        const bool isBetween = (from > top) & (from < bottom);
-        worthIt |= static_cast<std::uint32_t>(!isBetween & (from != to)) << step;
-        top = std::min(top, from);
-        bottom = std::max(bottom, from);
-        to = from;
+        return curve.RowOf(*value);
+    };
+    const int to = curve.RowOf(*value);
+    int from = to;
+    chain.m_Rows[steps] = to;
+    chain.m_WorthIt = 0;
+    while (from == to) {
+        if (steps == 0) return;
+        chain.m_Rows[--steps] = from = rowBefore();
+    }
+    // Halves of rows, as StrokeCover counts, from the first to the one behind the last. A step
+    // adds the first half of the row that it comes from, if any.
+    std::int64_t begin = from < to ? 2 * std::int64_t{from} : 2 * std::int64_t{to} + 1;
+    std::int64_t end = from < to ? 2 * std::int64_t{to} : 2 * std::int64_t{from} + 1;
+    std::uint32_t worthIt = 1u << steps;
+    while (steps > 0) {
+        chain.m_Rows[--steps] = from = rowBefore();
+        const std::int64_t half = 2 * std::int64_t{from};
+        worthIt |= static_cast<std::uint32_t>((half < begin) | (half >= end)) << steps;
+        begin = std::min(begin, half);
+        end = std::max(end, half + 1);
     }
     chain.m_WorthIt = worthIt;
 }
