@@ -32,9 +32,9 @@ void CallColumns::Show(CallOrder& order, const TimeScale& scale, int right) {
         if (next == start) continue;
         const std::size_t last = order.FindOpen(next - 1, next, m_Open);
         order.Collect(first, last, &m_Present[i * m_Words]);
-        for (const CallOrder::Open& open : m_Open) {
-            if (open.m_Call->m_Start < start) continue;
-            const auto bit = static_cast<std::size_t>(open.m_Call->Function());
+        for (const TimedCall* call : m_Open) {
+            if (call->m_Start < start) continue;
+            const auto bit = static_cast<std::size_t>(call->Function());
             m_Reaching[i * m_Words + bit / 64] |= std::uint64_t{1} << bit % 64;
         }
         // Rounding may give a pixel to what lies within one.

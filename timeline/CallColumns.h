@@ -43,7 +43,7 @@ private:
     std::vector<std::uint64_t> m_Starts;
     std::vector<std::uint64_t> m_Present;   // sets of functions, column by column
     std::vector<std::uint64_t> m_Reaching;  // the same
-    std::vector<CallOrder::Open> m_Open;
+    std::vector<const TimedCall*> m_Open;
 };
 
 }  // namespace vesk

@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <bit>
 
+#include "log/McuJobList.h"
 #include "log/Reserve.h"
 #include "platform/Prefetch.h"
 #include "timeline/NearSearch.h"
@@ -24,24 +25,24 @@ bool StartsBefore(const TimedCall& a, const TimedCall& b) {
 
 }  // namespace
 
-CallOrder::CallOrder(const Functions& functions, std::uint64_t logEnd) {
+CallOrder::CallOrder(const McuJobList& list) : m_List(list) {
     std::vector<Lane> lanes;
     std::size_t count = 0;
-    for (const auto& [name, calls] : functions) {
+    for (const auto& [name, calls] : list.m_CustomJobsCS) {
         lanes.push_back({&calls, 0});
         count += calls.size();
     }
     m_Words = std::max<std::size_t>(1, (lanes.size() + 63) / 64);
     m_Block = kBlock * m_Words;
     m_Memory = Reserve(m_Calls, count);
-    if (count > 0) Build(std::move(lanes), logEnd);
+    if (count > 0) Build(std::move(lanes));
     m_Sorting = {};
     m_Counts = {};
     if (!m_IsAscending) m_Calls.clear();
 }
 
 // Spans of equal length are taken one after the other from every function, and sorted.
-void CallOrder::Build(std::vector<Lane> lanes, std::uint64_t logEnd) {
+void CallOrder::Build(std::vector<Lane> lanes) {
     std::uint64_t begin = UINT64_MAX;
     std::uint64_t end = 0;
     std::uint64_t count = 0;
@@ -60,8 +61,9 @@ void CallOrder::Build(std::vector<Lane> lanes, std::uint64_t logEnd) {
         until = until < end && end - until > span ? until + span : end;
         const std::size_t first = m_Calls.size();
         for (std::size_t k = 0; k < lanes.size(); ++k)
-            if (!Take(lanes[k], static_cast<std::uint32_t>(k), until, logEnd)) return;
+            if (!Take(lanes[k], static_cast<std::uint32_t>(k), until)) return;
         SortFrom(first);
+        FindJobs(first);
         NoteOpen();
         NoteFunctions();
         if (until == end) break;
@@ -70,8 +72,7 @@ void CallOrder::Build(std::vector<Lane> lanes, std::uint64_t logEnd) {
         if (lane.m_Next < lane.m_Calls->size()) m_IsAscending = false;
 }
 
-bool CallOrder::Take(Lane& lane, std::uint32_t function, std::uint64_t until,
-                     std::uint64_t logEnd) {
+bool CallOrder::Take(Lane& lane, std::uint32_t function, std::uint64_t until) {
     const std::vector<McuJob>& calls = *lane.m_Calls;
     std::uint64_t last = lane.m_Next > 0 ? calls[lane.m_Next - 1].m_StartTime : 0;
     for (; lane.m_Next < calls.size(); ++lane.m_Next) {
@@ -80,10 +81,10 @@ bool CallOrder::Take(Lane& lane, std::uint32_t function, std::uint64_t until,
         if (call.m_StartTime < last) return m_IsAscending = false;
         last = call.m_StartTime;
         const auto index = static_cast<std::int32_t>(lane.m_Next);
-        const std::uint64_t end = EffectiveEnd(calls, index, logEnd);
+        const std::uint64_t end = EffectiveEnd(calls, index, m_List.m_EndTime);
         ProvideFor(m_Calls, m_Memory, 1);
         const std::uint32_t isClosed = (call.m_Flags & kClosedLastCall) != 0 ? 1 : 0;
-        m_Calls.push_back({last, end, function << 1 | isClosed, index});
+        m_Calls.push_back({last, end, function << 1 | isClosed, index, TimedCall::kNoJob});
     }
     return true;
 }
@@ -124,6 +125,19 @@ bool CallOrder::Distribute(std::size_t first, std::uint64_t lowest, std::uint64_
     return true;
 }
 
+// They come in order, and so do their jobs.
+void CallOrder::FindJobs(std::size_t first) {
+    if (m_List.empty()) return;
+    int job = 0;
+    if (first > 0) job = std::max(m_Calls[first - 1].m_Job, 0);
+    for (std::size_t i = first; i < m_Calls.size(); ++i) {
+        TimedCall& call = m_Calls[i];
+        job = LastBefore(m_List, call.m_Start, job);
+        const McuJob& at = m_List[static_cast<std::size_t>(job)];
+        if (call.m_Start >= at.m_StartTime && call.m_Start < at.m_EndTime) call.m_Job = job;
+    }
+}
+
 // Begins stretches in the calls that have come. Where many calls are open stretches are as long,
 // so that all notes together are not more than the calls.
 void CallOrder::NoteOpen() {
@@ -140,13 +154,10 @@ void CallOrder::NoteOpen() {
         const std::uint64_t start = m_Calls[next].m_Start;
         for (std::size_t i = openFirst; i < openLast; ++i) {
             const std::uint32_t at = m_Open[i];
-            if (m_Long[at].m_Call.m_End > start) m_Open.push_back(at);
+            if (m_Calls[at].m_End > start) m_Open.push_back(at);
         }
-        for (std::size_t i = first; i < next; ++i) {
-            if (m_Calls[i].m_End <= start) continue;
-            m_Open.push_back(static_cast<std::uint32_t>(m_Long.size()));
-            m_Long.push_back({m_Calls[i]});
-        }
+        for (std::size_t i = first; i < next; ++i)
+            if (m_Calls[i].m_End > start) m_Open.push_back(static_cast<std::uint32_t>(i));
         m_Stretches.push_back(
             {start, static_cast<std::uint32_t>(next), static_cast<std::uint32_t>(openLast)});
     }
@@ -196,10 +207,11 @@ void CallOrder::AskFor(std::uint64_t time) {
     if (stretches == 0) return;
     const std::size_t open = m_Stretches[stretches - 1].m_Open;
     for (std::size_t i = open; i < std::min(open + kMostlyOpen, m_Open.size()); ++i)
-        Prefetch(&m_Long[m_Open[i]]);
+        Prefetch(&m_Calls[m_Open[i]]);
 }
 
-std::size_t CallOrder::FindOpen(std::uint64_t begin, std::uint64_t end, std::vector<Open>& open) {
+std::size_t CallOrder::FindOpen(std::uint64_t begin, std::uint64_t end,
+                                std::vector<const TimedCall*>& open) {
     open.clear();
     const std::size_t next = StretchesUpTo(begin, m_Found);
     std::size_t call = 0;
@@ -209,14 +221,13 @@ std::size_t CallOrder::FindOpen(std::uint64_t begin, std::uint64_t end, std::vec
         const std::size_t last =
             next == m_Stretches.size() ? m_Open.size() : m_Stretches[next].m_Open;
         for (std::size_t i = stretch.m_Open; i < last; ++i) {
-            LongCall& candidate = m_Long[m_Open[i]];
-            if (candidate.m_Call.m_End > begin)
-                open.push_back({&candidate.m_Call, &candidate.m_Note});
+            const TimedCall& candidate = m_Calls[m_Open[i]];
+            if (candidate.m_End > begin) open.push_back(&candidate);
         }
     }
     for (; call < m_Calls.size() && m_Calls[call].m_Start < end; ++call)
         if (m_Calls[call].m_End > std::max(begin, m_Calls[call].m_Start))
-            open.push_back({&m_Calls[call], nullptr});
+            open.push_back(&m_Calls[call]);
     return call;
 }
 

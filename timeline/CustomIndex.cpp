@@ -23,7 +23,7 @@ CallIndex* CustomIndex::Calls(const std::string& function) {
 }
 
 CallOrder& CustomIndex::Order() {
-    if (!m_Order) m_Order = std::make_unique<CallOrder>(m_List.m_CustomJobsCS, m_List.m_EndTime);
+    if (!m_Order) m_Order = std::make_unique<CallOrder>(m_List);
     return *m_Order;
 }
 

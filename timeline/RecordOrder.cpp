@@ -4,6 +4,13 @@
 
 namespace vesk {
 
+int LastBefore(const std::vector<McuJob>& records, std::uint64_t time, int near) {
+    const auto isBefore = [&](int i) {
+        return records[static_cast<std::size_t>(i)].m_StartTime < time;
+    };
+    return std::max(FindNear({0, static_cast<int>(records.size()), near + 1}, isBefore) - 1, 0);
+}
+
 void RecordOrder::Add(std::span<const McuJob> records) {
     std::uint64_t lastStart = m_LastStart;
     std::uint64_t lastEnd = m_LastEnd;

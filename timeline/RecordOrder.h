@@ -18,6 +18,10 @@ inline std::uint64_t EffectiveEnd(const std::vector<McuJob>& records, int index,
     return i + 1 < records.size() ? records[i + 1].m_StartTime : logEnd;
 }
 
+// The last record that starts before a time, 0 if none does. The records ascend in start, and there
+// are some; `near` is one that is likely close.
+int LastBefore(const std::vector<McuJob>& records, std::uint64_t time, int near);
+
 // The records of one pixel column that start at or after the left edge.
 struct RecordColumn {
     int m_X;

@@ -5,6 +5,7 @@
 
 #include "log/McuJobList.h"
 #include "platform/Prefetch.h"
+#include "timeline/RecordOrder.h"
 
 namespace vesk {
 
@@ -14,8 +15,6 @@ constexpr std::size_t kAhead = 12;        // columns
 constexpr std::size_t kManySlices = 6;    // more than a column needs
 constexpr int kFewJobs = 64;              // not worth a look at their names
 constexpr std::size_t kFewPieces = 4096;  // of a job, to be merged in a flat list
-constexpr int kCallLength = 8;            // jobs since which an open call mostly runs
-constexpr int kNoJob = -2;                // the call does not begin in a job
 
 }  // namespace
 
@@ -28,35 +27,6 @@ SliceIndex::SliceIndex(const McuJobList& list, JobStripIndex& jobs, CallOrder& o
 
 const McuJob& SliceIndex::JobAt(int index) const {
     return m_List[static_cast<std::size_t>(index)];
-}
-
-// The same as Search; doubling steps from a job that is near, then halving.
-int SliceIndex::LastBefore(std::uint64_t time, int near) const {
-    int low = near;  // the first that may not lie before
-    int high = near;
-    if (JobAt(near).m_StartTime < time) {
-        high = m_List.GetSize();
-        for (int step = 1; step < high - low; step *= 2) {
-            if (JobAt(low + step).m_StartTime >= time) {
-                high = low + step;
-                break;
-            }
-            low += step;
-        }
-    } else {
-        low = 0;
-        for (int step = 1; step <= high; step *= 2) {
-            if (JobAt(high - step).m_StartTime < time) {
-                low = high - step;
-                break;
-            }
-            high -= step;
-        }
-    }
-    const auto found =
-        std::partition_point(m_List.begin() + low, m_List.begin() + high,
-                             [&](const McuJob& job) { return job.m_StartTime < time; });
-    return std::max(static_cast<int>(found - m_List.begin()) - 1, 0);
 }
 
 // Jobs of one start are merged together.
@@ -92,8 +62,7 @@ const std::vector<Slice>& SliceIndex::Show(const CallView& view, SliceTexts& tex
 // Asks for the memory of the jobs that AddColumn is going to look at.
 void SliceIndex::AskFor(const RecordColumn& column) const {
     const int last = std::min(column.m_Last, m_List.GetSize() - 1);
-    const int jobs = m_Enough + kCallLength;
-    for (int job = std::max(column.m_Last - 1 - jobs, 0); job <= last; ++job)
+    for (int job = std::max(column.m_Last - 1 - m_Enough, 0); job <= last; ++job)
         Prefetch(&JobAt(job).m_StartTime);
     m_Order.AskFor(m_View.m_Scale.TimeAt(std::min(column.m_X, INT32_MAX - 1) + 1));
 }
@@ -149,10 +118,9 @@ bool SliceIndex::IsEnough(const RecordColumn& column, SliceTexts& texts) const {
 void SliceIndex::FindCalls(int first, int last) {
     const std::uint64_t end = last < m_List.GetSize() ? JobAt(last).m_StartTime : UINT64_MAX;
     m_Order.FindOpen(JobAt(first).m_StartTime, end, m_Open);
-    std::erase_if(m_Open, [this](const CallOrder::Open& open) {
-        const auto function = static_cast<std::size_t>(open.m_Call->Function());
-        return open.m_Call->m_Index < m_View.m_First[function] ||
-               open.m_Call->m_Index >= m_View.m_Last[function];
+    std::erase_if(m_Open, [this](const TimedCall* call) {
+        const auto function = static_cast<std::size_t>(call->Function());
+        return call->m_Index < m_View.m_First[function] || call->m_Index >= m_View.m_Last[function];
     });
 }
 
@@ -162,39 +130,26 @@ bool SliceIndex::MayRun(int first, int last) {
     if (m_Open.empty()) return false;
     m_Names.assign(m_Jobs.Names().Words(), 0);
     m_Jobs.Names().Collect(first, last, m_Names.data());
-    return std::any_of(m_Open.begin(), m_Open.end(), [&](const CallOrder::Open& open) {
-        const int job = FirstJobOf(open, first);
-        if (job == kNoJob) return false;
-        const auto name = static_cast<std::size_t>(m_Jobs.Names().At(job));
+    return std::any_of(m_Open.begin(), m_Open.end(), [&](const TimedCall* call) {
+        if (call->m_Job == TimedCall::kNoJob) return false;
+        const auto name = static_cast<std::size_t>(m_Jobs.Names().At(call->m_Job));
         return (m_Names[name / 64] >> name % 64 & 1) != 0;
     });
-}
-
-// The job in which a call begins, kNoJob for none.
-int SliceIndex::FirstJobOf(const CallOrder::Open& open, int near) const {
-    if (open.m_Note && *open.m_Note != CallOrder::kNoNote) return *open.m_Note;
-    const std::uint64_t start = open.m_Call->m_Start;
-    int job = LastBefore(start, near);
-    if (start < JobAt(job).m_StartTime || start >= JobAt(job).m_EndTime) job = kNoJob;
-    if (open.m_Note) *open.m_Note = job;
-    return job;
 }
 
 // Whether a job of the name, from one on, starts before the call's end.
 bool SliceIndex::RunsAgain(const TimedCall& call, int name, int job) const {
     if (job >= m_List.GetSize() || JobAt(job).m_StartTime >= call.m_End) return false;
     m_Names.assign(m_Jobs.Names().Words(), 0);
-    m_Jobs.Names().Collect(job, LastBefore(call.m_End, job) + 1, m_Names.data());
+    m_Jobs.Names().Collect(job, LastBefore(m_List, call.m_End, job) + 1, m_Names.data());
     const auto bit = static_cast<std::size_t>(name);
     return (m_Names[bit / 64] >> bit % 64 & 1) != 0;
 }
 
 // Adds those pieces of a call that lie in jobs [first, last).
-void SliceIndex::Cut(const CallOrder::Open& open, int first, int last) {
-    const TimedCall& call = *open.m_Call;
-    const int firstJob = FirstJobOf(open, m_Near);
-    if (firstJob == kNoJob) return;
-    m_Near = firstJob;
+void SliceIndex::Cut(const TimedCall& call, int first, int last) {
+    const int firstJob = call.m_Job;
+    if (firstJob == TimedCall::kNoJob) return;
     const int name = m_Jobs.Names().At(firstJob);
     const std::size_t before = m_Pieces.size();
     for (int j = std::max(firstJob, first); j < last; ++j) {
@@ -215,8 +170,7 @@ void SliceIndex::MergeJobs(int first, int last, std::vector<Slice>& slices) {
     if (first >= last) return;
     FindCalls(first, last);
     m_Pieces.clear();
-    m_Near = first;
-    for (const CallOrder::Open& open : m_Open) Cut(open, first, last);
+    for (const TimedCall* call : m_Open) Cut(*call, first, last);
     const auto order = [this](const Piece& piece) {
         return std::tuple(JobAt(piece.m_Job).m_StartTime, piece.m_Slice.m_Function, piece.m_Call,
                           piece.m_Job);

@@ -61,7 +61,6 @@ private:
     };
 
     const McuJob& JobAt(int index) const;
-    int LastBefore(std::uint64_t time, int near) const;
     int GroupStart(int job) const;
 
     void MergeTangled();
@@ -73,9 +72,8 @@ private:
     void MergeJobs(int first, int last, std::vector<Slice>& slices);
     bool MayRun(int first, int last);
     void FindCalls(int first, int last);
-    int FirstJobOf(const CallOrder::Open&, int near) const;
     bool RunsAgain(const TimedCall&, int name, int job) const;
-    void Cut(const CallOrder::Open&, int first, int last);
+    void Cut(const TimedCall&, int first, int last);
     void MergeGroup(std::size_t first, std::size_t last, std::vector<Slice>& slices);
     bool MayMergeFlat(std::size_t first, std::size_t last) const;
     void MergeInMaps(std::size_t first, std::size_t last, std::vector<Slice>& slices);
@@ -89,9 +87,8 @@ private:
     std::vector<Slice> m_Slices;
     int m_Enough = 1;  // jobs at a column's end that gave enough slices the last time
     // Reused from job to job.
-    std::vector<CallOrder::Open> m_Open;
+    std::vector<const TimedCall*> m_Open;
     std::vector<Piece> m_Pieces;
-    int m_Near = 0;  // the job in which the last call begins: they come in order
     std::vector<Slice> m_Group;
     std::vector<Slice> m_Column;
     std::vector<Slice> m_Part;
