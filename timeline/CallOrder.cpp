@@ -18,6 +18,7 @@ constexpr std::uint32_t kCrowd = 32;    // calls that are near enough for sortin
 constexpr std::size_t kBlock = 32;      // calls for each word of a set
 constexpr std::size_t kMostlyOpen = 4;  // calls
 constexpr std::size_t kStretch = 16;    // calls, at least
+constexpr int kFar = 4;                 // times asked for, ahead of the one at hand
 
 bool StartsBefore(const TimedCall& a, const TimedCall& b) {
     return a.m_Start < b.m_Start;
@@ -198,8 +199,17 @@ std::size_t CallOrder::StretchesUpTo(std::uint64_t time, Walk& walk) const {
     return static_cast<std::size_t>(at);
 }
 
+// Those about a place that is only guessed.
+void CallOrder::AskForStretches(int near) const {
+    constexpr int kGuess = 2;
+    if (near < kGuess || near + kGuess >= static_cast<int>(m_Stretches.size())) return;
+    Prefetch(&m_Stretches[static_cast<std::size_t>(near - kGuess)]);
+    Prefetch(&m_Stretches[static_cast<std::size_t>(near + kGuess)]);
+}
+
 void CallOrder::AskFor(std::uint64_t time) {
     const std::size_t stretches = StretchesUpTo(time, m_Asked);
+    AskForStretches(m_Asked.m_At + kFar * m_Asked.m_Pace);
     const std::size_t first = stretches > 0 ? m_Stretches[stretches - 1].m_Call : 0;
     const std::size_t last = std::min(first + kStretch, m_Calls.size());
     for (std::size_t i = first - std::min(first, kStretch / 2); i < last; i += 2)

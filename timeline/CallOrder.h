@@ -75,6 +75,7 @@ private:
         int m_Pace = 0;
     };
     std::size_t StretchesUpTo(std::uint64_t time, Walk&) const;
+    void AskForStretches(int near) const;
 
     const McuJobList& m_List;
     bool m_IsAscending = true;

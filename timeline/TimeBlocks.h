@@ -53,11 +53,20 @@ public:
 
 private:
     static constexpr int kAhead = 32;  // columns that are looked for at once
+    static constexpr int kFar = 8;     // columns, ahead of the one that is guessed
 
     struct Columns {
         int m_First;
         int m_Last;  // inclusive
     };
+
+    // Those about a place that is only guessed.
+    void AskForBlocks(int near) const {
+        constexpr int kGuess = 2;
+        if (near < kGuess || near + kGuess >= static_cast<int>(m_Starts.size())) return;
+        Prefetch(&m_Starts[static_cast<std::size_t>(near - kGuess)]);
+        Prefetch(&m_Starts[static_cast<std::size_t>(near + kGuess)]);
+    }
 
     std::uint64_t StartOf(int block) const { return m_Starts[static_cast<std::size_t>(block)]; }
 
@@ -95,6 +104,7 @@ private:
                 times[at] = scale.FirstTimeAt(std::int64_t{x} + i + 1);
                 guesses[at] = GuessRecord(first, last, times[at], block + pace);
                 block = guesses[at].m_Low / kBlock;
+                AskForBlocks(block + kFar * pace);
             }
             // All at once: each of them may have to wait for the page that it is on.
             for (int i = 0; i < count; ++i)
