@@ -12,6 +12,7 @@ class CellPicture {
 public:
     static constexpr int kMostColumns = 64;
 
+    // All cells are empty. There may be kMostColumns columns and any number of rows, 0 as well.
     CellPicture(int columns, int rows);
 
     int Rows() const { return m_Rows; }
@@ -25,7 +26,8 @@ public:
 
     // 0 for an empty cell.
     std::uint8_t At(int column, int row) const { return m_Cells[Place(column, row)]; }
-    // A bit per column, the left one lowest: 0 where the cell is as the one above it.
+    // A bit per column, the left one lowest: 0 where the cell is as the one above it. Row Rows() is
+    // allowed, too.
     std::uint64_t ChangesAt(int row) const { return m_Changes[static_cast<std::size_t>(row)]; }
 
 private:
